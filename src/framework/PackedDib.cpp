@@ -1,0 +1,343 @@
+#include "framework/PackedDib.h"
+
+#include <QtEndian>
+
+#include <array>
+#include <climits>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+std::uint32_t readU32(const char* p)
+{
+    return qFromLittleEndian<std::uint32_t>(p);
+}
+
+std::uint16_t readU16(const char* p)
+{
+    return qFromLittleEndian<std::uint16_t>(p);
+}
+
+// A colour mask of a bit-field picture: where its bits are and how to widen them to 8 bits.
+struct Channel
+{
+    std::uint32_t mask = 0;
+    int shift = 0;
+    int bits = 0;
+
+    explicit Channel(std::uint32_t m = 0) : mask(m)
+    {
+        if (!mask)
+            return;
+        while (!((mask >> shift) & 1u))
+            ++shift;
+        while (shift + bits < 32 && ((mask >> (shift + bits)) & 1u))
+            ++bits;
+    }
+
+    int value(std::uint32_t pixel) const
+    {
+        if (!bits)
+            return 0;
+        const std::uint32_t v = (pixel & mask) >> shift;
+        const std::uint32_t max = bits >= 32 ? 0xFFFFFFFFu : ((1u << bits) - 1u);
+        return int((std::uint64_t(v) * 255u + max / 2) / max);
+    }
+};
+
+// Expands run-length encoded rows (4 or 8 bits per index) into one index byte per pixel.
+// Damaged streams end the decoding early; pixels never reached stay 0.
+bool decodeRle(const unsigned char* src, qint64 size, int bitCount, int width, int height,
+               std::vector<unsigned char>& out)
+{
+    out.assign(size_t(width) * size_t(height), 0);
+    int x = 0;
+    int y = 0; // stored row, bottom-up
+    qint64 i = 0;
+    auto put = [&](int index) {
+        if (x < width && y < height)
+            out[size_t(y) * size_t(width) + size_t(x)] = static_cast<unsigned char>(index);
+        ++x;
+    };
+    while (i + 1 < size && y < height) {
+        const int count = src[i];
+        const int value = src[i + 1];
+        i += 2;
+        if (count > 0) {
+            for (int n = 0; n < count; ++n)
+                put(bitCount == 8 ? value : (n % 2 == 0 ? value >> 4 : value & 0x0F));
+            continue;
+        }
+        if (value == 0) { // end of line
+            x = 0;
+            ++y;
+        } else if (value == 1) { // end of picture
+            break;
+        } else if (value == 2) { // delta
+            if (i + 1 >= size)
+                break;
+            x += src[i];
+            y += src[i + 1];
+            i += 2;
+        } else { // absolute run of `value` indexes, padded to 16 bits
+            const int n = value;
+            const qint64 bytes = bitCount == 8 ? n : (n + 1) / 2;
+            if (i + bytes > size)
+                break;
+            for (int k = 0; k < n; ++k) {
+                const int byte = src[i + (bitCount == 8 ? k : k / 2)];
+                put(bitCount == 8 ? byte : (k % 2 == 0 ? byte >> 4 : byte & 0x0F));
+            }
+            i += (bytes + 1) & ~qint64(1);
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+std::optional<BitmapInfoHeader> BitmapInfoHeader::Read(const char* data, qsizetype size)
+{
+    if (!data || size < kSize)
+        return std::nullopt;
+    BitmapInfoHeader h;
+    h.biSize = readU32(data);
+    h.biWidth = std::int32_t(readU32(data + 4));
+    h.biHeight = std::int32_t(readU32(data + 8));
+    h.biPlanes = readU16(data + 12);
+    h.biBitCount = readU16(data + 14);
+    h.biCompression = readU32(data + 16);
+    h.biSizeImage = readU32(data + 20);
+    h.biXPelsPerMeter = std::int32_t(readU32(data + 24));
+    h.biYPelsPerMeter = std::int32_t(readU32(data + 28));
+    h.biClrUsed = readU32(data + 32);
+    h.biClrImportant = readU32(data + 36);
+    return h;
+}
+
+QByteArray BitmapInfoHeader::Bytes() const
+{
+    QByteArray out(kSize, '\0');
+    char* p = out.data();
+    qToLittleEndian<std::uint32_t>(biSize, p);
+    qToLittleEndian<std::int32_t>(biWidth, p + 4);
+    qToLittleEndian<std::int32_t>(biHeight, p + 8);
+    qToLittleEndian<std::uint16_t>(biPlanes, p + 12);
+    qToLittleEndian<std::uint16_t>(biBitCount, p + 14);
+    qToLittleEndian<std::uint32_t>(biCompression, p + 16);
+    qToLittleEndian<std::uint32_t>(biSizeImage, p + 20);
+    qToLittleEndian<std::int32_t>(biXPelsPerMeter, p + 24);
+    qToLittleEndian<std::int32_t>(biYPelsPerMeter, p + 28);
+    qToLittleEndian<std::uint32_t>(biClrUsed, p + 32);
+    qToLittleEndian<std::uint32_t>(biClrImportant, p + 36);
+    return out;
+}
+
+int BitmapInfoHeader::ColorCount() const
+{
+    if (biBitCount > 8)
+        return 0;
+    if (biClrUsed != 0)
+        return int(std::min<std::uint32_t>(biClrUsed, 256));
+    return 1 << biBitCount;
+}
+
+qint64 BitmapInfoHeader::StrideBytes() const
+{
+    if (biWidth <= 0 || biBitCount == 0 || biBitCount > 32)
+        return -1;
+    return ((qint64(biWidth) * biBitCount + 31) / 32) * 4;
+}
+
+PackedDib PackedDib::FromImage(const QImage& source)
+{
+    if (source.isNull())
+        return {};
+    const bool alpha = source.hasAlphaChannel();
+    const QImage image =
+        source.convertToFormat(alpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    BitmapInfoHeader h;
+    h.biWidth = image.width();
+    h.biHeight = image.height();
+    h.biBitCount = alpha ? 32 : 24;
+    const qint64 stride = h.StrideBytes();
+    h.biSizeImage = std::uint32_t(stride * image.height());
+    QByteArray bytes = h.Bytes();
+    bytes.resize(BitmapInfoHeader::kSize + qsizetype(h.biSizeImage), '\0');
+    char* bits = bytes.data() + BitmapInfoHeader::kSize;
+    for (int row = 0; row < image.height(); ++row) {
+        // Stored bottom-up, blue-green-red order.
+        const auto* src =
+            reinterpret_cast<const QRgb*>(image.constScanLine(image.height() - 1 - row));
+        auto* dst = reinterpret_cast<unsigned char*>(bits + row * stride);
+        for (int x = 0; x < image.width(); ++x) {
+            *dst++ = static_cast<unsigned char>(qBlue(src[x]));
+            *dst++ = static_cast<unsigned char>(qGreen(src[x]));
+            *dst++ = static_cast<unsigned char>(qRed(src[x]));
+            if (alpha)
+                *dst++ = static_cast<unsigned char>(qAlpha(src[x]));
+        }
+    }
+    return PackedDib(std::move(bytes));
+}
+
+std::optional<BitmapInfoHeader> PackedDib::Header() const
+{
+    return BitmapInfoHeader::Read(m_bytes.constData(), m_bytes.size());
+}
+
+qint64 PackedDib::StandardBitsOffset() const
+{
+    const auto h = Header();
+    if (!h)
+        return -1;
+    qint64 offset = qint64(h->biSize) + qint64(h->ColorCount()) * 4;
+    if (h->biCompression == BitmapInfoHeader::BitFields && h->biSize == BitmapInfoHeader::kSize)
+        offset += 12;
+    return offset;
+}
+
+QImage PackedDib::ToImage() const
+{
+    return ToImage(StandardBitsOffset());
+}
+
+QImage PackedDib::ToImage(qint64 bitsOffset) const
+{
+    if (bitsOffset < 0 || bitsOffset > m_bytes.size())
+        return {};
+    return ToImage(m_bytes.constData() + bitsOffset, m_bytes.size() - bitsOffset);
+}
+
+QImage PackedDib::ToImage(const char* bitsData, qint64 bitsSize) const
+{
+    const auto header = Header();
+    if (!header || !bitsData || bitsSize <= 0)
+        return {};
+    const BitmapInfoHeader& h = *header;
+    if (h.biSize < BitmapInfoHeader::kSize || h.biSize > std::uint32_t(m_bytes.size()))
+        return {};
+    if (h.biWidth <= 0 || h.biHeight == 0 || h.biHeight == INT_MIN)
+        return {};
+    const int width = h.biWidth;
+    const int height = h.biHeight > 0 ? h.biHeight : -h.biHeight;
+    const bool bottomUp = h.biHeight > 0;
+    if (qint64(width) * height > kMaxPixels)
+        return {};
+
+    const int bitCount = h.biBitCount;
+    const auto compression = h.biCompression;
+    const bool rle = compression == BitmapInfoHeader::Rle8 || compression == BitmapInfoHeader::Rle4;
+    switch (bitCount) {
+    case 1:
+        if (compression != BitmapInfoHeader::Rgb)
+            return {};
+        break;
+    case 4:
+        if (compression != BitmapInfoHeader::Rgb && compression != BitmapInfoHeader::Rle4)
+            return {};
+        break;
+    case 8:
+        if (compression != BitmapInfoHeader::Rgb && compression != BitmapInfoHeader::Rle8)
+            return {};
+        break;
+    case 16:
+    case 32:
+        if (compression != BitmapInfoHeader::Rgb && compression != BitmapInfoHeader::BitFields)
+            return {};
+        break;
+    case 24:
+        if (compression != BitmapInfoHeader::Rgb)
+            return {};
+        break;
+    default:
+        return {};
+    }
+    if (rle && !bottomUp)
+        return {};
+
+    const char* block = m_bytes.constData();
+    const qint64 blockSize = m_bytes.size();
+
+    // Colour table: right after the header, every entry inside the block.
+    std::array<QRgb, 256> palette{};
+    const int colors = h.ColorCount();
+    if (colors > 0) {
+        if (qint64(h.biSize) + qint64(colors) * 4 > blockSize)
+            return {};
+        const auto* table = reinterpret_cast<const unsigned char*>(block + h.biSize);
+        for (int i = 0; i < colors; ++i)
+            palette[size_t(i)] = qRgb(table[i * 4 + 2], table[i * 4 + 1], table[i * 4]);
+    }
+
+    Channel red, green, blue;
+    if (compression == BitmapInfoHeader::BitFields) {
+        if (qint64(h.biSize) + 12 > blockSize)
+            return {};
+        red = Channel(readU32(block + h.biSize));
+        green = Channel(readU32(block + h.biSize + 4));
+        blue = Channel(readU32(block + h.biSize + 8));
+    } else if (bitCount == 16) {
+        red = Channel(0x7C00);
+        green = Channel(0x03E0);
+        blue = Channel(0x001F);
+    }
+
+    const auto* bits = reinterpret_cast<const unsigned char*>(bitsData);
+    std::vector<unsigned char> expanded;
+    qint64 stride = h.StrideBytes();
+    if (rle) {
+        decodeRle(bits, bitsSize, bitCount, width, height, expanded);
+        bits = expanded.data();
+        stride = width;
+    } else if (stride <= 0 || stride * height > bitsSize) {
+        return {};
+    }
+
+    const bool mayHaveAlpha = bitCount == 32 && compression == BitmapInfoHeader::Rgb;
+    bool anyAlpha = false;
+    QImage image(width, height, mayHaveAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    if (image.isNull())
+        return {};
+    for (int row = 0; row < height; ++row) {
+        const unsigned char* src = bits + qint64(row) * stride;
+        auto* dst = reinterpret_cast<QRgb*>(image.scanLine(bottomUp ? height - 1 - row : row));
+        for (int x = 0; x < width; ++x) {
+            QRgb pixel = 0;
+            if (rle) {
+                pixel = palette[src[x]];
+            } else if (bitCount <= 8) {
+                const int perByte = 8 / bitCount;
+                const int byte = src[x / perByte];
+                const int shift = 8 - bitCount * (x % perByte + 1);
+                pixel = palette[size_t((byte >> shift) & ((1 << bitCount) - 1))];
+            } else if (bitCount == 24) {
+                pixel = qRgb(src[x * 3 + 2], src[x * 3 + 1], src[x * 3]);
+            } else if (bitCount == 16) {
+                const std::uint32_t v =
+                    std::uint32_t(src[x * 2]) | (std::uint32_t(src[x * 2 + 1]) << 8);
+                pixel = qRgb(red.value(v), green.value(v), blue.value(v));
+            } else if (compression == BitmapInfoHeader::BitFields) {
+                const std::uint32_t v = readU32(reinterpret_cast<const char*>(src + x * 4));
+                pixel = qRgb(red.value(v), green.value(v), blue.value(v));
+            } else {
+                const int a = src[x * 4 + 3];
+                anyAlpha = anyAlpha || a != 0;
+                pixel = qRgba(src[x * 4 + 2], src[x * 4 + 1], src[x * 4], a);
+            }
+            dst[x] = pixel;
+        }
+    }
+    // The fourth byte of a plain 32-bit picture is usually unused padding; only when someone
+    // filled it is it taken as transparency.
+    if (mayHaveAlpha && !anyAlpha) {
+        for (int row = 0; row < height; ++row) {
+            auto* line = reinterpret_cast<QRgb*>(image.scanLine(row));
+            for (int x = 0; x < width; ++x)
+                line[x] |= 0xFF000000u;
+        }
+        image.reinterpretAsFormat(QImage::Format_RGB32);
+    }
+    return image;
+}
