@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Sets up a fresh Debian 12 machine, builds the demo host and runs it. Without a display it
+# writes a screenshot instead (build/demo.png). Extra arguments go to the demo (--dark, ...).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+bash scripts/setup.sh
+cmake --preset release >/dev/null
+cmake --build --preset release --target xref-demo -j "$(nproc)"
+
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    exec build/release/bin/xref-demo "$@"
+fi
+QT_QPA_PLATFORM=offscreen build/release/bin/xref-demo --screenshot build/demo.png "$@"
+echo "No display: wrote build/demo.png"

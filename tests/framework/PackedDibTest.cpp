@@ -1,0 +1,276 @@
+#include "framework/PackedDib.h"
+
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <limits>
+#include <tuple>
+#include <vector>
+
+namespace {
+
+// Builds a packed bitmap byte by byte, so that tests can also build broken ones.
+struct Dib
+{
+    BitmapInfoHeader header;
+    QByteArray table; // colour table or masks
+    QByteArray bits;
+
+    QByteArray bytes() const { return header.Bytes() + table + bits; }
+    PackedDib packed() const { return PackedDib(bytes()); }
+
+    Dib& colors(std::initializer_list<QRgb> rgbs)
+    {
+        for (QRgb rgb : rgbs) {
+            table.append(char(qBlue(rgb)));
+            table.append(char(qGreen(rgb)));
+            table.append(char(qRed(rgb)));
+            table.append('\0');
+        }
+        return *this;
+    }
+    Dib& masks(std::uint32_t r, std::uint32_t g, std::uint32_t b)
+    {
+        for (std::uint32_t m : {r, g, b}) {
+            char raw[4];
+            qToLittleEndian(m, raw);
+            table.append(raw, 4);
+        }
+        return *this;
+    }
+};
+
+Dib make(int width, int height, int bitCount, std::uint32_t compression = BitmapInfoHeader::Rgb)
+{
+    Dib dib;
+    dib.header.biWidth = width;
+    dib.header.biHeight = height;
+    dib.header.biBitCount = std::uint16_t(bitCount);
+    dib.header.biCompression = compression;
+    return dib;
+}
+
+QByteArray bytes(std::initializer_list<int> values)
+{
+    QByteArray out;
+    for (int v : values)
+        out.append(char(v));
+    return out;
+}
+
+TEST(PackedDib, HeaderRoundTripsThroughItsBytes)
+{
+    BitmapInfoHeader h;
+    h.biWidth = -5;
+    h.biHeight = 7;
+    h.biBitCount = 8;
+    h.biClrUsed = 3;
+    const QByteArray raw = h.Bytes();
+    ASSERT_EQ(raw.size(), 40);
+    const auto back = BitmapInfoHeader::Read(raw.constData(), raw.size());
+    ASSERT_TRUE(back);
+    EXPECT_EQ(back->biWidth, -5);
+    EXPECT_EQ(back->biClrUsed, 3u);
+    EXPECT_EQ(back->ColorCount(), 3);
+    EXPECT_FALSE(BitmapInfoHeader::Read(raw.constData(), 39));
+}
+
+TEST(PackedDib, ColourCountFollowsTheBitCount)
+{
+    for (auto [bits, used, expected] : {std::tuple{1, 0, 2},
+                                        {4, 0, 16},
+                                        {8, 0, 256},
+                                        {8, 5, 5},
+                                        {8, 100000, 256},
+                                        {16, 5, 0},
+                                        {24, 0, 0},
+                                        {32, 0, 0}}) {
+        BitmapInfoHeader h;
+        h.biBitCount = std::uint16_t(bits);
+        h.biClrUsed = std::uint32_t(used);
+        EXPECT_EQ(h.ColorCount(), expected) << bits << " bits, " << used << " used";
+    }
+}
+
+TEST(PackedDib, PalettedPicturesReadBottomUp)
+{
+    // 3 x 2, 8 bits: rows padded to 4 bytes; first stored row is the bottom one.
+    Dib dib = make(3, 2, 8);
+    dib.header.biClrUsed = 3;
+    dib.colors({qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255)});
+    dib.bits = bytes({0, 1, 2, 0, 2, 2, 1, 0});
+    const QImage image = dib.packed().ToImage();
+    ASSERT_EQ(image.size(), QSize(3, 2));
+    EXPECT_EQ(image.pixel(0, 1), qRgb(255, 0, 0));
+    EXPECT_EQ(image.pixel(2, 1), qRgb(0, 0, 255));
+    EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 255));
+    EXPECT_EQ(image.pixel(2, 0), qRgb(0, 255, 0));
+}
+
+TEST(PackedDib, NegativeHeightMeansTopDown)
+{
+    Dib dib = make(2, -2, 24);
+    dib.bits = bytes({0, 0, 255, 0, 255, 0, 0, 0, /* row 2 */ 255, 0, 0, 255, 255, 255, 0, 0});
+    const QImage image = dib.packed().ToImage();
+    ASSERT_EQ(image.size(), QSize(2, 2));
+    EXPECT_EQ(image.pixel(0, 0), qRgb(255, 0, 0));
+    EXPECT_EQ(image.pixel(1, 0), qRgb(0, 255, 0));
+    EXPECT_EQ(image.pixel(0, 1), qRgb(0, 0, 255));
+    EXPECT_EQ(image.pixel(1, 1), qRgb(255, 255, 255));
+}
+
+TEST(PackedDib, OneAndFourBitPixelsPackFromTheHighBits)
+{
+    Dib mono = make(9, 1, 1);
+    mono.colors({qRgb(0, 0, 0), qRgb(255, 255, 255)});
+    mono.bits = bytes({0b10100000, 0b10000000, 0, 0});
+    const QImage one = mono.packed().ToImage();
+    ASSERT_EQ(one.width(), 9);
+    EXPECT_EQ(one.pixel(0, 0), qRgb(255, 255, 255));
+    EXPECT_EQ(one.pixel(1, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(one.pixel(2, 0), qRgb(255, 255, 255));
+    EXPECT_EQ(one.pixel(8, 0), qRgb(255, 255, 255));
+
+    Dib nibbles = make(3, 1, 4);
+    nibbles.header.biClrUsed = 3;
+    nibbles.colors({qRgb(1, 1, 1), qRgb(2, 2, 2), qRgb(3, 3, 3)});
+    nibbles.bits = bytes({0x21, 0x00, 0, 0});
+    const QImage four = nibbles.packed().ToImage();
+    EXPECT_EQ(four.pixel(0, 0), qRgb(3, 3, 3));
+    EXPECT_EQ(four.pixel(1, 0), qRgb(2, 2, 2));
+    EXPECT_EQ(four.pixel(2, 0), qRgb(1, 1, 1));
+}
+
+TEST(PackedDib, SixteenBitPicturesUse555OrTheirMasks)
+{
+    Dib plain = make(1, 1, 16);
+    plain.bits = bytes({0x00, 0x7C, 0, 0}); // pure red in 5-5-5
+    EXPECT_EQ(plain.packed().ToImage().pixel(0, 0), qRgb(255, 0, 0));
+
+    Dib fields = make(1, 1, 16, BitmapInfoHeader::BitFields);
+    fields.masks(0xF800, 0x07E0, 0x001F);
+    fields.bits = bytes({0xE0, 0x07, 0, 0}); // pure green in 5-6-5
+    EXPECT_EQ(fields.packed().ToImage().pixel(0, 0), qRgb(0, 255, 0));
+}
+
+TEST(PackedDib, ThirtyTwoBitAlphaIsUsedOnlyWhenSomeoneFilledIt)
+{
+    Dib opaque = make(1, 1, 32);
+    opaque.bits = bytes({10, 20, 30, 0});
+    const QImage a = opaque.packed().ToImage();
+    EXPECT_FALSE(a.hasAlphaChannel());
+    EXPECT_EQ(a.pixel(0, 0), qRgb(30, 20, 10));
+
+    Dib translucent = make(2, 1, 32);
+    translucent.bits = bytes({10, 20, 30, 128, 0, 0, 0, 0});
+    const QImage b = translucent.packed().ToImage();
+    EXPECT_TRUE(b.hasAlphaChannel());
+    EXPECT_EQ(qAlpha(b.pixel(0, 0)), 128);
+    EXPECT_EQ(qAlpha(b.pixel(1, 0)), 0);
+}
+
+TEST(PackedDib, RunLengthEncodedPicturesExpand)
+{
+    Dib rle = make(4, 2, 8, BitmapInfoHeader::Rle8);
+    rle.header.biClrUsed = 2;
+    rle.colors({qRgb(0, 0, 0), qRgb(255, 255, 255)});
+    // bottom row: 4 x index 1; top row: absolute run 0,1,0 then one 1; end of picture.
+    rle.bits = bytes({4, 1, 0, 0, 0, 3, 0, 1, 0, 0, 1, 1, 0, 1});
+    const QImage image = rle.packed().ToImage();
+    ASSERT_EQ(image.size(), QSize(4, 2));
+    EXPECT_EQ(image.pixel(0, 1), qRgb(255, 255, 255));
+    EXPECT_EQ(image.pixel(3, 1), qRgb(255, 255, 255));
+    EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(image.pixel(1, 0), qRgb(255, 255, 255));
+    EXPECT_EQ(image.pixel(3, 0), qRgb(255, 255, 255));
+}
+
+TEST(PackedDib, PixelsCanStartWhereverTheCallerSays)
+{
+    // Masks are read after the header, but the caller decides where pixels begin (the masks
+    // may deliberately be read as pixels).
+    Dib dib = make(1, 1, 32, BitmapInfoHeader::BitFields);
+    dib.masks(0x00FF0000, 0x0000FF00, 0x000000FF);
+    dib.bits = bytes({1, 2, 3, 0});
+    const PackedDib packed = dib.packed();
+    EXPECT_EQ(packed.StandardBitsOffset(), 52);
+    EXPECT_EQ(packed.ToImage().pixel(0, 0), qRgb(3, 2, 1));
+    EXPECT_EQ(packed.ToImage(40).pixel(0, 0), qRgb(0xFF, 0, 0)) << "the red mask read as a pixel";
+    const QByteArray separate = bytes({9, 8, 7, 0});
+    EXPECT_EQ(packed.ToImage(separate.constData(), separate.size()).pixel(0, 0), qRgb(7, 8, 9));
+}
+
+TEST(PackedDib, FromImageRoundTrips)
+{
+    QImage source(5, 3, QImage::Format_RGB32);
+    for (int y = 0; y < 3; ++y)
+        for (int x = 0; x < 5; ++x)
+            source.setPixel(x, y, qRgb(x * 40, y * 80, 7));
+    const PackedDib dib = PackedDib::FromImage(source);
+    EXPECT_EQ(dib.Header()->biBitCount, 24);
+    EXPECT_EQ(dib.Header()->biHeight, 3);
+    EXPECT_EQ(dib.ToImage(), source);
+
+    QImage translucent(2, 2, QImage::Format_ARGB32);
+    translucent.fill(qRgba(10, 20, 30, 40));
+    const PackedDib alpha = PackedDib::FromImage(translucent);
+    EXPECT_EQ(alpha.Header()->biBitCount, 32);
+    EXPECT_EQ(alpha.ToImage().pixel(1, 1), qRgba(10, 20, 30, 40));
+    EXPECT_TRUE(PackedDib::FromImage(QImage()).IsNull());
+}
+
+// Hostile headers: every one must give a null picture without reading outside the block.
+TEST(PackedDib, HostileHeadersGiveNoPicture)
+{
+    std::vector<std::pair<const char*, Dib>> cases;
+    cases.emplace_back("zero width", make(0, 1, 24));
+    cases.emplace_back("negative width", make(-4, 1, 24));
+    cases.emplace_back("zero height", make(1, 0, 24));
+    cases.emplace_back("minimum height", make(1, std::numeric_limits<std::int32_t>::min(), 24));
+    cases.emplace_back("huge picture", make(1 << 20, 1 << 20, 24));
+    cases.emplace_back("odd bit count", make(1, 1, 7));
+    cases.emplace_back("zero bit count", make(1, 1, 0));
+    cases.emplace_back("bits too short", make(10, 10, 24));
+    cases.emplace_back("compressed 24 bits", make(1, 1, 24, BitmapInfoHeader::Rle8));
+    cases.emplace_back("png compression", make(1, 1, 24, 5));
+    cases.emplace_back("top-down run length", make(2, -2, 8, BitmapInfoHeader::Rle8));
+    cases.back().second.colors({0, 0});
+    cases.back().second.header.biClrUsed = 2;
+    cases.back().second.bits = bytes({0, 1});
+    Dib missingTable = make(1, 1, 8);
+    missingTable.bits = bytes({0, 0, 0, 0});
+    cases.emplace_back("colour table past the end", missingTable);
+    Dib bigHeader = make(1, 1, 24);
+    bigHeader.header.biSize = 100000;
+    bigHeader.bits = bytes({0, 0, 0, 0});
+    cases.emplace_back("header size past the end", bigHeader);
+    Dib smallHeader = make(1, 1, 24);
+    smallHeader.header.biSize = 12;
+    smallHeader.bits = bytes({0, 0, 0, 0});
+    cases.emplace_back("header size too small", smallHeader);
+    Dib missingMasks = make(1, 1, 32, BitmapInfoHeader::BitFields);
+    cases.emplace_back("masks past the end", missingMasks);
+
+    for (const auto& [name, dib] : cases)
+        EXPECT_TRUE(dib.packed().ToImage().isNull()) << name;
+    EXPECT_TRUE(PackedDib(QByteArray(39, '\0')).ToImage().isNull());
+    EXPECT_TRUE(PackedDib().ToImage().isNull());
+    EXPECT_TRUE(make(1, 1, 24).packed().ToImage(-1).isNull());
+    EXPECT_TRUE(make(1, 1, 24).packed().ToImage(nullptr, 4).isNull());
+}
+
+TEST(PackedDib, DamagedRunLengthDataStopsEarly)
+{
+    Dib rle = make(4, 4, 4, BitmapInfoHeader::Rle4);
+    rle.header.biClrUsed = 2;
+    rle.colors({qRgb(0, 0, 0), qRgb(255, 0, 0)});
+    // A delta far outside the picture, then an absolute run longer than the data.
+    rle.bits = bytes({0, 2, 200, 200, 0, 9, 0x11});
+    const QImage image = rle.packed().ToImage();
+    ASSERT_EQ(image.size(), QSize(4, 4));
+    EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0));
+}
+
+} // namespace
