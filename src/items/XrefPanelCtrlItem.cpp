@@ -1,0 +1,435 @@
+#include "items/XrefPanelCtrlItem.h"
+
+#include "items/TroveListCtrlItem.h"
+#include "items/XrefPanelCtrlItemStatus.h"
+#include "items/XrefPanelCtrlItemTypes.h"
+#include "resources/TroveResources.h"
+#include "views/TroveListCtrl.h"
+#include "views/TroveListModel.h"
+#include "views/XrefTreeCtrl.h"
+#include "views/XrefTreeModel.h"
+
+namespace {
+
+constexpr unsigned kStateImageMask = 0xF000;
+constexpr unsigned kOverlayMask = 0x0F00;
+constexpr wchar_t kMarker = L'*';
+
+// The list column that shows @p property, or -1.
+int columnOf(CXrefPanelCtrl::XrefProperties property)
+{
+    using P = CXrefPanelCtrl::XrefProperties;
+    using C = CXrefPanelCtrl::ListViewColumn;
+    switch (property) {
+    case P::Name:
+        return C::ReferenceName;
+    case P::Status:
+        return C::Status;
+    case P::Size:
+        return C::Size;
+    case P::Type:
+        return C::Type;
+    case P::Date:
+        return C::Date;
+    case P::SavedPath:
+        return C::SavedPath;
+    default:
+        return -1;
+    }
+}
+
+// Overlay 0 means none; anything outside the status icons shows the blank badge.
+RefStatus::RefIcon clampOverlay(RefStatus::RefIcon overlay)
+{
+    if (overlay == RefStatus::NoIcon)
+        return overlay;
+    return CXrefPanelCtrl::IsValidRefStatusIcon(overlay) ? overlay : RefStatus::Blank;
+}
+
+unsigned stateImageBits(unsigned index)
+{
+    return index == 0 ? 0u : index << 12;
+}
+
+} // namespace
+
+CXrefPanelCtrlItem::CXrefPanelCtrlItem(CXrefPanelCtrl& panel)
+    : m_panel(panel), m_listCtrl(panel.GetListCtrl()), m_treeCtrl(panel.GetTreeCtrl()),
+      m_date(Util::DateTime::get_Now())
+{
+    m_panel.SetDetailsProperty(*this, XrefProperties::FileVersion);
+}
+
+CXrefPanelCtrlItem::~CXrefPanelCtrlItem()
+{
+    // The node stays until the panel removes it; it must not keep pointing at this item.
+    if (m_treeItem && m_treeItem->item == this)
+        m_treeItem->item = nullptr;
+    if (m_listRowLink)
+        m_listRowLink->Items().erase(this);
+}
+
+bool CXrefPanelCtrlItem::IsSortItem() const
+{
+    return true;
+}
+
+bool CXrefPanelCtrlItem::IsHostDwgItem() const
+{
+    return false;
+}
+
+bool CXrefPanelCtrlItem::IsDataLinkItem() const
+{
+    return false;
+}
+
+bool CXrefPanelCtrlItem::IsImageItem() const
+{
+    return false;
+}
+
+Attachment::FileType::Enum CXrefPanelCtrlItem::FileType() const
+{
+    return Attachment::FileType::Enum(64);
+}
+
+QPixmap CXrefPanelCtrlItem::GetPreview()
+{
+    return {};
+}
+
+bool CXrefPanelCtrlItem::isPendingRelativePath() const
+{
+    return false;
+}
+
+void CXrefPanelCtrlItem::getPathTypeEnabledStatus(bool&, bool&, bool&) const {}
+
+// --- Tree node and list row ---------------------------------------------------------------------
+
+int CXrefPanelCtrlItem::LVItemIndex() const
+{
+    return m_listRowLink ? m_listRowLink->Row() : -1;
+}
+
+CXrefPanelCtrlItem* CXrefPanelCtrlItem::GetListViewItem() const
+{
+    if (!m_listRowLink || m_listRowLink->Items().empty())
+        return nullptr;
+    return *m_listRowLink->Items().begin();
+}
+
+long CXrefPanelCtrlItem::GetReferenceCount() const
+{
+    return m_listRowLink ? m_listRowLink.use_count() : 0;
+}
+
+std::set<CXrefPanelCtrlItem*> CXrefPanelCtrlItem::GetLVItemReferences() const
+{
+    return m_listRowLink ? m_listRowLink->Items() : std::set<CXrefPanelCtrlItem*>();
+}
+
+bool CXrefPanelCtrlItem::IsEqual(const CXrefPanelCtrlItem& other) const
+{
+    return m_treeItem == other.m_treeItem;
+}
+
+std::wstring CXrefPanelCtrlItem::FormatDisplayText(const std::wstring& text) const
+{
+    if (!text.empty() && IsHostDwgItem() && m_panel.IsHostModStatusEnabled() &&
+        m_panel.IsHostModified())
+        return text + kMarker;
+    return text;
+}
+
+void CXrefPanelCtrlItem::ParseDisplayText(const std::wstring& display, std::wstring& name,
+                                          std::wstring& marker) const
+{
+    if (!display.empty() && display.back() == kMarker && IsHostDwgItem() &&
+        m_panel.IsHostModStatusEnabled() && m_panel.IsHostModified()) {
+        name = display.substr(0, display.size() - 1);
+        marker = std::wstring(1, kMarker);
+        return;
+    }
+    name = display;
+    marker.clear();
+}
+
+std::wstring CXrefPanelCtrlItem::GetText() const
+{
+    const std::wstring display = m_treeItem ? m_treeItem->text.toStdWString() : std::wstring();
+    std::wstring name;
+    std::wstring marker;
+    ParseDisplayText(display, name, marker);
+    return name;
+}
+
+void CXrefPanelCtrlItem::SetText(const std::wstring& text)
+{
+    // One string for both views: the node and the name cell share its storage.
+    const QString display = QString::fromStdWString(FormatDisplayText(text));
+    if (m_treeCtrl)
+        m_treeCtrl->Model().SetText(m_treeItem, display);
+    if (m_listCtrl)
+        m_listCtrl->Model().SetCellText(LVItemIndex(), ListViewColumn::ReferenceName, display);
+}
+
+std::wstring CXrefPanelCtrlItem::GetListViewSubItemText(ListViewColumn::Enum column) const
+{
+    if (!m_listCtrl)
+        return {};
+    std::wstring text = m_listCtrl->Model().CellText(LVItemIndex(), column).toStdWString();
+    if (column == ListViewColumn::SavedPath && !text.empty() && text.front() == kMarker)
+        text.erase(0, 1);
+    return text;
+}
+
+void CXrefPanelCtrlItem::SetListViewSubItemText(ListViewColumn::Enum column,
+                                                const std::wstring& text)
+{
+    if (!m_listCtrl)
+        return;
+    QString written = QString::fromStdWString(text);
+    if (column == ListViewColumn::SavedPath && isPendingRelativePath())
+        written.prepend(QChar(kMarker));
+    m_listCtrl->Model().SetCellText(LVItemIndex(), column, written);
+}
+
+// --- Repository state images --------------------------------------------------------------------
+
+unsigned CXrefPanelCtrlItem::GetTroveStateIconIndexTreeView() const
+{
+    return m_treeItem ? ((m_treeItem->state & kStateImageMask) >> 12) & 15u : 0u;
+}
+
+unsigned CXrefPanelCtrlItem::GetTroveStateIconIndexListView() const
+{
+    if (!m_listCtrl)
+        return 0;
+    return (m_listCtrl->Model().ItemState(LVItemIndex(), kStateImageMask) >> 12) & 15u;
+}
+
+void CXrefPanelCtrlItem::SetTroveStateIconIndexTreeView(unsigned index)
+{
+    if (m_treeCtrl)
+        m_treeCtrl->Model().SetState(m_treeItem, stateImageBits(index), kStateImageMask);
+}
+
+void CXrefPanelCtrlItem::SetTroveStateIconIndexListView(unsigned index)
+{
+    // Row -1 addresses every row, as a list state write without a row always has.
+    if (m_listCtrl)
+        m_listCtrl->Model().SetItemState(LVItemIndex(), stateImageBits(index), kStateImageMask);
+}
+
+// --- Values -------------------------------------------------------------------------------------
+
+boost::optional<std::wstring> CXrefPanelCtrlItem::GetProperty(XrefProperties property) const
+{
+    switch (property) {
+    case XrefProperties::Name:
+        return GetText();
+    case XrefProperties::Status:
+    case XrefProperties::Size:
+    case XrefProperties::Type:
+    case XrefProperties::Date:
+    case XrefProperties::SavedPath:
+        return GetListViewSubItemText(ListViewColumn::Enum(columnOf(property)));
+    case XrefProperties::FoundAt:
+        return m_foundAt;
+    case XrefProperties::FileVersion:
+        return m_fileVersion > 0 ? std::to_wstring(m_fileVersion) : std::wstring();
+    case XrefProperties::PendingRelativePath:
+        return TroveUI::ResStringW(isPendingRelativePath() ? 32789 : 32790);
+    default:
+        return boost::none;
+    }
+}
+
+bool CXrefPanelCtrlItem::SetProperty(XrefProperties property, const std::wstring& text)
+{
+    const int column = columnOf(property);
+    if (column >= 0)
+        SetListViewSubItemText(ListViewColumn::Enum(column), text);
+    m_panel.SetDetailsProperty(*this, property);
+    return column >= 0;
+}
+
+void CXrefPanelCtrlItem::SetProperty_(XrefProperties property, const std::wstring& text)
+{
+    SetProperty(property, text);
+}
+
+void CXrefPanelCtrlItem::SetSize(std::int64_t bytes)
+{
+    m_size = bytes;
+    if (bytes < 1) {
+        SetProperty(XrefProperties::Size, std::wstring());
+        return;
+    }
+    // The row keeps the number and formats it when shown: the same text, without formatting
+    // 100,000 sizes that are never looked at.
+    if (m_listCtrl)
+        m_listCtrl->Model().SetCellBytes(LVItemIndex(), bytes);
+    m_panel.SetDetailsProperty(*this, XrefProperties::Size);
+}
+
+std::wstring CXrefPanelCtrlItem::GetSizeDisplayText() const
+{
+    return GetProperty(XrefProperties::Size).value_or(std::wstring());
+}
+
+void CXrefPanelCtrlItem::SetType(const std::wstring& text)
+{
+    SetProperty(XrefProperties::Type, text);
+}
+
+std::wstring CXrefPanelCtrlItem::GetType() const
+{
+    return GetProperty(XrefProperties::Type).value_or(std::wstring());
+}
+
+void CXrefPanelCtrlItem::SetDate(const Util::DateTime& date)
+{
+    m_date = date;
+    if (date.get_Day() == 1 && date.get_Month() == 1 && date.get_Year() == 1) {
+        SetProperty(XrefProperties::Date, std::wstring());
+        return;
+    }
+    // Kept as a value and written out in the general date-and-time form when shown.
+    if (m_listCtrl)
+        m_listCtrl->Model().SetCellDate(LVItemIndex(), date);
+    m_panel.SetDetailsProperty(*this, XrefProperties::Date);
+}
+
+std::wstring CXrefPanelCtrlItem::GetDateDisplayText() const
+{
+    return GetProperty(XrefProperties::Date).value_or(std::wstring());
+}
+
+void CXrefPanelCtrlItem::SetSavedPath(const std::wstring& text)
+{
+    SetProperty(XrefProperties::SavedPath, text);
+}
+
+std::wstring CXrefPanelCtrlItem::GetSavedPath() const
+{
+    return GetProperty(XrefProperties::SavedPath).value_or(std::wstring());
+}
+
+void CXrefPanelCtrlItem::SetFoundAt(const std::wstring& text)
+{
+    if (&text != &m_foundAt)
+        m_foundAt = text;
+    m_panel.SetDetailsProperty(*this, XrefProperties::FoundAt);
+}
+
+void CXrefPanelCtrlItem::SetFileVersion(int version)
+{
+    m_fileVersion = version;
+    m_panel.SetDetailsProperty(*this, XrefProperties::FileVersion);
+}
+
+void CXrefPanelCtrlItem::SetReferenceStatus(RefStatus::RefIcon icon,
+                                            Trove::FileDataStatus::Value status)
+{
+    if (!CXrefPanelCtrl::IsValidRefStatusIcon(icon))
+        icon = RefStatus::Blank;
+    m_referenceStatusIcon = icon;
+    m_referenceStatusText = status;
+    if (m_listCtrl) {
+        CTroveListModel& model = m_listCtrl->Model();
+        const int row = LVItemIndex();
+        model.SetCellText(row, ListViewColumn::Status, CXrefPanelCtrlItemStatus::ToString(status));
+        model.SetSubItemImage(row, ListViewColumn::Status,
+                              CXrefPanelCtrlItemTypes::StatusImage(icon));
+    }
+    SetTypeOverlayIcon(icon);
+}
+
+// --- Type icon ----------------------------------------------------------------------------------
+
+void CXrefPanelCtrlItem::SetTypeIcon(const QString& iconName)
+{
+    m_typeIcon = iconName;
+    const int image = CXrefPanelCtrlItemTypes::TypeImage(typeid(*this), iconName);
+    if (m_listCtrl)
+        m_listCtrl->Model().SetSubItemImage(LVItemIndex(), ListViewColumn::TypeIcon, image);
+    if (m_treeCtrl)
+        m_treeCtrl->Model().SetImages(m_treeItem, image, image);
+}
+
+void CXrefPanelCtrlItem::SetTypeIcon(RefStatus::RefIcon overlay, const QString& iconName)
+{
+    m_typeOverlayIcon = clampOverlay(overlay);
+    SetTypeIcon(iconName);
+    writeOverlay(m_typeOverlayIcon);
+}
+
+void CXrefPanelCtrlItem::SetTypeOverlayIcon(RefStatus::RefIcon overlay)
+{
+    m_typeOverlayIcon = clampOverlay(overlay);
+    writeOverlay(m_typeOverlayIcon);
+}
+
+void CXrefPanelCtrlItem::writeOverlay(int overlay)
+{
+    const unsigned bits = unsigned(overlay) << 8;
+    // Unlike a state image, an overlay is only ever written to an existing row.
+    const int row = LVItemIndex();
+    if (m_listCtrl && row >= 0)
+        m_listCtrl->Model().SetItemState(row, bits, kOverlayMask);
+    if (m_treeCtrl)
+        m_treeCtrl->Model().SetState(m_treeItem, bits, kOverlayMask);
+}
+
+// --- Colours and fonts --------------------------------------------------------------------------
+
+CXrefPanelCtrlItem::TextStyle& CXrefPanelCtrlItem::EditTextStyle()
+{
+    if (!m_textStyle)
+        m_textStyle = std::make_unique<TextStyle>();
+    return *m_textStyle;
+}
+
+const CXrefPanelCtrlItem::TextStyle& CXrefPanelCtrlItem::textStyle() const
+{
+    static const TextStyle defaults;
+    return m_textStyle ? *m_textStyle : defaults;
+}
+
+const bool& CXrefPanelCtrlItem::UseDefaultColor() const
+{
+    return textStyle().useDefaultColor;
+}
+
+const bool& CXrefPanelCtrlItem::UseDefaultFont() const
+{
+    return textStyle().useDefaultFont;
+}
+
+const COLORREF& CXrefPanelCtrlItem::GetItemTextColor() const
+{
+    return textStyle().itemTextColor;
+}
+
+const LOGFONTW& CXrefPanelCtrlItem::GetListCtrlItemTextFont() const
+{
+    return textStyle().listCtrlItemTextFont;
+}
+
+const LOGFONTW& CXrefPanelCtrlItem::GetTreeCtrlItemTextFont() const
+{
+    return textStyle().treeCtrlItemTextFont;
+}
+
+QFont CXrefPanelCtrlItem::GetListCtrlFont() const
+{
+    return m_listCtrl ? m_listCtrl->font() : QFont();
+}
+
+QFont CXrefPanelCtrlItem::GetTreeCtrlFont() const
+{
+    return m_treeCtrl ? m_treeCtrl->font() : QFont();
+}

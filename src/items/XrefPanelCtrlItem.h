@@ -1,0 +1,207 @@
+#pragma once
+
+#include "kvxreftroveui_export.h"
+
+#include "framework/Win32Types.h"
+#include "items/AttachmentFileType.h"
+#include "items/FileDataStatus.h"
+#include "items/RefStatus.h"
+#include "panel/ICXrefPanelCtrlItem.h"
+#include "panel/XrefPanelCtrl.h"
+#include "util/DateTime.h"
+#include "views/XrefTreeNode.h"
+
+#include <QFont>
+#include <QPixmap>
+#include <QString>
+
+#include <boost/optional.hpp>
+#include <boost/shared_ptr.hpp>
+
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <string>
+
+class CTroveListCtrl;
+class CTroveListCtrlItem;
+class CXrefTreeCtrl;
+
+/// One reference occurrence in the panel: a node of the tree view and, through its shared link
+/// record, a row of the list view. The host derives one class per kind of reference, constructs
+/// it against a created panel and inserts it with CXrefPanelCtrl::InsertRootItem/InsertItem.
+///
+/// The item keeps no copy of its name or of most displayed values: the name lives in the tree
+/// node, the other texts in the list row, and the item reads them back from there. Before the
+/// item is inserted, reads give empty texts and writes are lost.
+class KVXREFTROVEUI_EXPORT CXrefPanelCtrlItem : public virtual Trove::ICXrefPanelCtrlItem
+{
+public:
+    using XrefProperties = CXrefPanelCtrl::XrefProperties;
+    using ListViewColumn = CXrefPanelCtrl::ListViewColumn;
+
+    /// Takes @p panel's views as they are now: the panel must be created.
+    explicit CXrefPanelCtrlItem(CXrefPanelCtrl& panel);
+    /// Drops the item's share of its list row (the row goes with the last share) and detaches it
+    /// from its tree node. It does not remove the node: that is CXrefPanelCtrl::DeleteTreeItem.
+    virtual ~CXrefPanelCtrlItem();
+    CXrefPanelCtrlItem(const CXrefPanelCtrlItem&) = delete;
+    CXrefPanelCtrlItem& operator=(const CXrefPanelCtrlItem&) = delete;
+
+    // --- Kinds of reference ---------------------------------------------------------------------
+
+    /// False keeps the row ahead of all others whatever the sort order.
+    virtual bool IsSortItem() const;
+    /// True for the host drawing itself.
+    virtual bool IsHostDwgItem() const;
+    virtual bool IsDataLinkItem() const;
+    /// The host's own; never called by the library.
+    virtual bool HostOperation4() const = 0;
+    virtual bool IsImageItem() const;
+    /// The host's own; never called by the library.
+    virtual bool HostOperation6() const = 0;
+    /// The value of @p property, or none when the item has no such property.
+    virtual boost::optional<std::wstring> GetProperty(XrefProperties property) const;
+    virtual Attachment::FileType::Enum FileType() const;
+    /// The host's own; never called by the library.
+    virtual bool HostOperation9() const = 0;
+    /// The host's own; never called by the library.
+    virtual bool HostOperation10() const = 0;
+    /// Whether the user may edit @p property in place; @p column is the list column of the edit
+    /// (no meaning for a tree label edit).
+    virtual bool IsPropertyEditable(XrefProperties property, int column) const = 0;
+
+    // --- Tree node and list row -----------------------------------------------------------------
+
+    /// The item's list row, or -1.
+    int LVItemIndex() const;
+    /// The item that stands for the row: of the sharers, the one with the lowest address.
+    CXrefPanelCtrlItem* GetListViewItem() const;
+    /// How many items share the row (0 without a row).
+    long GetReferenceCount() const;
+    std::set<CXrefPanelCtrlItem*> GetLVItemReferences() const;
+    HTREEITEM GetTreeItem() const { return m_treeItem; }
+    const boost::shared_ptr<CTroveListCtrlItem>& GetListRowLink() const { return m_listRowLink; }
+    /// Compares tree nodes, nothing else.
+    bool IsEqual(const CXrefPanelCtrlItem& other) const;
+
+    /// The reference name, without the unsaved-changes marker.
+    std::wstring GetText() const;
+    /// Shows @p text as the name in the tree and in the list's name column.
+    void SetText(const std::wstring& text);
+
+    // --- Repository state images ----------------------------------------------------------------
+
+    unsigned GetTroveStateIconIndexTreeView() const override;
+    unsigned GetTroveStateIconIndexListView() const override;
+    /// Values above 15 lose their upper bits.
+    void SetTroveStateIconIndexTreeView(unsigned index);
+    /// Without a row this reaches every row of the list: set it after insertion.
+    void SetTroveStateIconIndexListView(unsigned index);
+
+    // --- Values ---------------------------------------------------------------------------------
+
+    /// SetProperty without its result.
+    void SetProperty_(XrefProperties property, const std::wstring& text);
+
+    /// Sizes below 1 byte show an empty cell.
+    void SetSize(std::int64_t bytes);
+    std::int64_t GetSize() const { return m_size; }
+    std::wstring GetSizeDisplayText() const;
+    void SetType(const std::wstring& text);
+    std::wstring GetType() const;
+    /// The empty date 0001-01-01 shows an empty cell.
+    void SetDate(const Util::DateTime& date);
+    Util::DateTime GetDate() const { return m_date; }
+    std::wstring GetDateDisplayText() const;
+    void SetSavedPath(const std::wstring& text);
+    std::wstring GetSavedPath() const;
+    void SetFoundAt(const std::wstring& text);
+    const std::wstring& GetFoundAt() const { return m_foundAt; }
+    void SetFileVersion(int version);
+    int GetFileVersion() const { return m_fileVersion; }
+    /// @p icon outside 1 to 6 counts as RefStatus::Blank; @p status is kept even when it is not
+    /// a known code. Also replaces the type icon's overlay badge with @p icon.
+    void SetReferenceStatus(RefStatus::RefIcon icon, Trove::FileDataStatus::Value status);
+    RefStatus::RefIcon GetReferenceStatusIcon() const { return m_referenceStatusIcon; }
+    Trove::FileDataStatus::Value GetReferenceStatusText() const { return m_referenceStatusText; }
+
+    // --- Colours and fonts ----------------------------------------------------------------------
+
+    const bool& UseDefaultColor() const;
+    const bool& UseDefaultFont() const;
+    const COLORREF& GetItemTextColor() const;
+    const LOGFONTW& GetListCtrlItemTextFont() const;
+    const LOGFONTW& GetTreeCtrlItemTextFont() const;
+
+protected:
+    /// How the item wants its text drawn. Items keep the views' colour and font unless the host's
+    /// class says otherwise, so the style is only allocated when a derived class first asks for
+    /// it to write: plain items stay small.
+    struct TextStyle
+    {
+        bool useDefaultColor = false;
+        bool useDefaultFont = false;
+        COLORREF itemTextColor = 0;
+        LOGFONTW listCtrlItemTextFont;
+        LOGFONTW treeCtrlItemTextFont;
+    };
+    /// The item's style, for derived classes to fill.
+    TextStyle& EditTextStyle();
+
+    virtual QPixmap GetPreview();
+    /// True while the saved path is waiting to be made relative: the list shows it with a
+    /// leading "*".
+    virtual bool isPendingRelativePath() const;
+    /// Which path operations the item allows; the base leaves all three untouched.
+    virtual void getPathTypeEnabledStatus(bool& removePath, bool& makeRelative,
+                                          bool& makeAbsolute) const;
+
+    /// Writes @p text where @p property is shown (a list column), then refreshes the details row.
+    /// True when a column was written.
+    bool SetProperty(XrefProperties property, const std::wstring& text);
+
+    std::wstring FormatDisplayText(const std::wstring& text) const;
+    void ParseDisplayText(const std::wstring& display, std::wstring& name,
+                          std::wstring& marker) const;
+
+    /// The fonts the views draw with now.
+    QFont GetListCtrlFont() const;
+    QFont GetTreeCtrlFont() const;
+
+    /// Sets the type image registered for this class under @p iconName (the class's own type icon
+    /// when there is none), keeping the overlay.
+    void SetTypeIcon(const QString& iconName);
+    /// The same with a new overlay badge: 0 none, 1 to 6 a status badge, anything else 1.
+    void SetTypeIcon(RefStatus::RefIcon overlay, const QString& iconName);
+    void SetTypeOverlayIcon(RefStatus::RefIcon overlay);
+    const QString& GetTypeIcon() const { return m_typeIcon; }
+    RefStatus::RefIcon GetTypeOverlayIcon() const { return m_typeOverlayIcon; }
+
+    CXrefPanelCtrl& m_panel;
+
+private:
+    friend class CXrefPanelCtrl;
+    friend class CTroveListCtrl;
+    friend class CXrefTreeCtrl;
+    friend class CXrefTreeModel;
+
+    std::wstring GetListViewSubItemText(ListViewColumn::Enum column) const;
+    void SetListViewSubItemText(ListViewColumn::Enum column, const std::wstring& text);
+    void writeOverlay(int overlay);
+    const TextStyle& textStyle() const;
+
+    std::unique_ptr<TextStyle> m_textStyle;
+    CTroveListCtrl* m_listCtrl;
+    CXrefTreeCtrl* m_treeCtrl;
+    QString m_typeIcon;
+    RefStatus::RefIcon m_typeOverlayIcon = RefStatus::Blank;
+    RefStatus::RefIcon m_referenceStatusIcon = RefStatus::Blank;
+    Trove::FileDataStatus::Value m_referenceStatusText;
+    std::int64_t m_size = 0;
+    Util::DateTime m_date;
+    std::wstring m_foundAt;
+    int m_fileVersion = 0;
+    HTREEITEM m_treeItem = nullptr;
+    boost::shared_ptr<CTroveListCtrlItem> m_listRowLink;
+};

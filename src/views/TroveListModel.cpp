@@ -1,0 +1,357 @@
+#include "views/TroveListModel.h"
+
+#include "items/TroveListCtrlItem.h"
+#include "services/TroveUIFunctions.h"
+#include "util/DateTime.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+constexpr std::int64_t kMsecsPerDay = 86400000;
+// Status and type texts repeat across rows; sharing one copy of each keeps rows small. The pool
+// is bounded so that a host that writes a different text into every row cannot grow it forever.
+constexpr int kMaxInternedTexts = 1024;
+
+std::int64_t toMsecs(const Util::DateTime& date)
+{
+    return date.Date().toJulianDay() * kMsecsPerDay + date.Time().msecsSinceStartOfDay();
+}
+
+Util::DateTime fromMsecs(std::int64_t msecs)
+{
+    const std::int64_t day = msecs / kMsecsPerDay;
+    return Util::DateTime(QDate::fromJulianDay(day),
+                          QTime::fromMSecsSinceStartOfDay(int(msecs - day * kMsecsPerDay)));
+}
+
+// Index of a free text column in CTroveListRow::otherTexts, or -1.
+int otherTextSlot(int column)
+{
+    switch (column) {
+    case 0:
+        return 0;
+    case 1:
+        return 1;
+    case 4:
+        return 2;
+    case 6:
+        return 3;
+    default:
+        return -1;
+    }
+}
+
+QString otherText(const CTroveListRow& row, int column)
+{
+    const int slot = otherTextSlot(column);
+    return row.otherTexts && slot >= 0 ? (*row.otherTexts)[slot] : QString();
+}
+
+} // namespace
+
+CTroveListModel::CTroveListModel(QObject* parent) : QAbstractTableModel(parent) {}
+
+CTroveListModel::~CTroveListModel()
+{
+    // Records outlive the list when items still hold them; they must not reach back into it.
+    for (CTroveListRow& row : m_rows) {
+        if (row.data) {
+            row.data->m_row = -1;
+            row.data->m_listCtrl = nullptr;
+        }
+    }
+}
+
+int CTroveListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int CTroveListModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : kColumnCount;
+}
+
+QVariant CTroveListModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole:
+    case Qt::AccessibleTextRole:
+        return CellText(index.row(), index.column());
+    default:
+        return {};
+    }
+}
+
+QVariant CTroveListModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= kColumnCount)
+        return {};
+    if (role == Qt::DisplayRole)
+        return section < m_headerTexts.size() ? m_headerTexts[section] : QString();
+    if (role == Qt::TextAlignmentRole)
+        return int((section < 2 ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
+    return {};
+}
+
+Qt::ItemFlags CTroveListModel::flags(const QModelIndex& index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+}
+
+int CTroveListModel::AppendRow(CTroveListCtrlItem& data)
+{
+    const int row = int(m_rows.size());
+    beginInsertRows(QModelIndex(), row, row);
+    m_rows.emplace_back();
+    m_rows.back().data = &data;
+    data.m_row = row;
+    endInsertRows();
+    return row;
+}
+
+bool CTroveListModel::RemoveRow(int row)
+{
+    if (row < 0 || row >= int(m_rows.size()))
+        return false;
+    beginRemoveRows(QModelIndex(), row, row);
+    if (CTroveListCtrlItem* data = m_rows[row].data)
+        data->m_row = -1;
+    m_rows.erase(m_rows.begin() + row);
+    for (int i = row; i < int(m_rows.size()); ++i) {
+        if (m_rows[i].data)
+            m_rows[i].data->m_row = i;
+    }
+    endRemoveRows();
+    return true;
+}
+
+void CTroveListModel::RemoveAllRows()
+{
+    if (m_rows.empty())
+        return;
+    beginResetModel();
+    for (CTroveListRow& row : m_rows) {
+        if (row.data)
+            row.data->m_row = -1;
+    }
+    m_rows.clear();
+    endResetModel();
+}
+
+const CTroveListRow* CTroveListModel::Row(int row) const
+{
+    return row >= 0 && row < int(m_rows.size()) ? &m_rows[row] : nullptr;
+}
+
+int CTroveListModel::FindRow(const CTroveListCtrlItem* data) const
+{
+    if (!data)
+        return -1;
+    const int row = data->Row();
+    return row >= 0 && row < int(m_rows.size()) && m_rows[row].data == data ? row : -1;
+}
+
+QString CTroveListModel::CellText(int row, int column) const
+{
+    const CTroveListRow* r = Row(row);
+    if (!r)
+        return {};
+    switch (column) {
+    case 2:
+        return r->name;
+    case 3:
+        return r->status;
+    case 4:
+        if (r->sizeKind == CTroveListRow::CellKind::Value)
+            return QString::fromStdWString(TroveUI::FormatByteSize(r->bytes));
+        return otherText(*r, column);
+    case 5:
+        return r->type;
+    case 6:
+        if (r->dateKind == CTroveListRow::CellKind::Value)
+            return fromMsecs(r->dateMsecs).ToString(QStringLiteral("G"));
+        return otherText(*r, column);
+    case 7:
+        return r->savedPath;
+    default:
+        return otherText(*r, column);
+    }
+}
+
+bool CTroveListModel::SetCellText(int row, int column, const QString& text)
+{
+    if (row < 0 || row >= int(m_rows.size()) || column < 0 || column >= kColumnCount)
+        return false;
+    CTroveListRow& r = m_rows[row];
+    switch (column) {
+    case 2:
+        r.name = text;
+        break;
+    case 3:
+        r.status = intern(text);
+        break;
+    case 5:
+        r.type = intern(text);
+        break;
+    case 7:
+        r.savedPath = text;
+        break;
+    default: {
+        if (column == 4)
+            r.sizeKind =
+                text.isEmpty() ? CTroveListRow::CellKind::Empty : CTroveListRow::CellKind::Text;
+        else if (column == 6)
+            r.dateKind =
+                text.isEmpty() ? CTroveListRow::CellKind::Empty : CTroveListRow::CellKind::Text;
+        if (text.isEmpty() && !r.otherTexts)
+            break;
+        if (!r.otherTexts)
+            r.otherTexts = std::make_unique<std::array<QString, 4>>();
+        (*r.otherTexts)[otherTextSlot(column)] = text;
+        break;
+    }
+    }
+    rowChanged(row, column, column);
+    return true;
+}
+
+bool CTroveListModel::SetCellBytes(int row, std::int64_t bytes)
+{
+    if (row < 0 || row >= int(m_rows.size()))
+        return false;
+    CTroveListRow& r = m_rows[row];
+    r.bytes = bytes;
+    r.sizeKind = CTroveListRow::CellKind::Value;
+    if (r.otherTexts)
+        (*r.otherTexts)[otherTextSlot(4)].clear();
+    rowChanged(row, 4, 4);
+    return true;
+}
+
+bool CTroveListModel::SetCellDate(int row, const Util::DateTime& date)
+{
+    if (row < 0 || row >= int(m_rows.size()))
+        return false;
+    if (!date.IsValid())
+        return SetCellText(row, 6, QString());
+    CTroveListRow& r = m_rows[row];
+    r.dateMsecs = toMsecs(date);
+    r.dateKind = CTroveListRow::CellKind::Value;
+    if (r.otherTexts)
+        (*r.otherTexts)[otherTextSlot(6)].clear();
+    rowChanged(row, 6, 6);
+    return true;
+}
+
+int CTroveListModel::SubItemImage(int row, int column) const
+{
+    const CTroveListRow* r = Row(row);
+    if (!r)
+        return -2;
+    if (column == kTypeIconColumn)
+        return r->typeImage;
+    if (column == kStatusColumn)
+        return r->statusImage;
+    return -2;
+}
+
+bool CTroveListModel::SetSubItemImage(int row, int column, int image)
+{
+    if (row < 0 || row >= int(m_rows.size()))
+        return false;
+    if (column == kTypeIconColumn)
+        m_rows[row].typeImage = image;
+    else if (column == kStatusColumn)
+        m_rows[row].statusImage = image;
+    else
+        return false;
+    rowChanged(row, column, column);
+    return true;
+}
+
+unsigned CTroveListModel::ItemState(int row, unsigned mask) const
+{
+    const CTroveListRow* r = Row(row);
+    return r ? (r->state & mask) : 0u;
+}
+
+bool CTroveListModel::SetItemState(int row, unsigned state, unsigned mask)
+{
+    const auto apply = [&](CTroveListRow& r) {
+        r.state = std::uint16_t((r.state & ~mask) | (state & mask));
+    };
+    if (row == -1) {
+        if (m_rows.empty())
+            return true;
+        for (CTroveListRow& r : m_rows)
+            apply(r);
+        emit dataChanged(index(0, 0), index(int(m_rows.size()) - 1, kColumnCount - 1));
+        return true;
+    }
+    if (row < 0 || row >= int(m_rows.size()))
+        return false;
+    apply(m_rows[row]);
+    rowChanged(row, 0, kColumnCount - 1);
+    return true;
+}
+
+void CTroveListModel::SortRows(
+    const std::function<bool(const CTroveListRow&, const CTroveListRow&)>& lessThan)
+{
+    const int count = int(m_rows.size());
+    if (count < 2)
+        return;
+    std::vector<int> order(count);
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](int a, int b) { return lessThan(m_rows[a], m_rows[b]); });
+
+    emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    std::vector<int> newRowOf(count);
+    std::deque<CTroveListRow> sorted;
+    for (int i = 0; i < count; ++i) {
+        newRowOf[order[i]] = i;
+        sorted.push_back(std::move(m_rows[order[i]]));
+        if (sorted.back().data)
+            sorted.back().data->m_row = i;
+    }
+    m_rows.swap(sorted);
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (const QModelIndex& index : before)
+        after.push_back(this->index(newRowOf[index.row()], index.column()));
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+void CTroveListModel::SetHeaderTexts(const QStringList& texts)
+{
+    m_headerTexts = texts;
+    emit headerDataChanged(Qt::Horizontal, 0, kColumnCount - 1);
+}
+
+void CTroveListModel::rowChanged(int row, int firstColumn, int lastColumn)
+{
+    emit dataChanged(index(row, firstColumn), index(row, lastColumn));
+}
+
+QString CTroveListModel::intern(const QString& text)
+{
+    if (text.isEmpty())
+        return {};
+    const auto found = m_internedTexts.constFind(text);
+    if (found != m_internedTexts.constEnd())
+        return *found;
+    if (m_internedTexts.size() < kMaxInternedTexts)
+        m_internedTexts.insert(text);
+    return text;
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "kvxreftroveui_export.h"
+
+#include "views/TroveListRow.h"
+
+#include <QAbstractTableModel>
+#include <QSet>
+
+#include <deque>
+#include <functional>
+#include <vector>
+
+class CTroveListCtrlItem;
+
+namespace Util {
+class DateTime;
+}
+
+/// The list view's rows. Each row's item data is a CTroveListCtrlItem record, and the model keeps
+/// every record's row index current, so rows are found from items in constant time.
+///
+/// Row and column arguments out of range are ignored (reads give empty texts, -2 images, 0
+/// state), like writes to a missing list row.
+class KVXREFTROVEUI_EXPORT CTroveListModel : public QAbstractTableModel
+{
+    Q_OBJECT
+public:
+    static constexpr int kColumnCount = 8;
+    static constexpr int kTypeIconColumn = 1;
+    static constexpr int kStatusColumn = 3;
+
+    explicit CTroveListModel(QObject* parent = nullptr);
+    ~CTroveListModel() override;
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    int RowCount() const { return int(m_rows.size()); }
+    /// Appends a row whose item data is @p data; returns its index.
+    int AppendRow(CTroveListCtrlItem& data);
+    bool RemoveRow(int row);
+    void RemoveAllRows();
+    const CTroveListRow* Row(int row) const;
+    /// The row whose item data is @p data, or -1.
+    int FindRow(const CTroveListCtrlItem* data) const;
+
+    QString CellText(int row, int column) const;
+    bool SetCellText(int row, int column, const QString& text);
+    /// Column 4 as a byte count, shown as a size text.
+    bool SetCellBytes(int row, std::int64_t bytes);
+    /// Column 6 as a date, shown in the general date-and-time form.
+    bool SetCellDate(int row, const Util::DateTime& date);
+
+    /// The image of sub-item @p column (only columns 1 and 3 carry one).
+    int SubItemImage(int row, int column) const;
+    bool SetSubItemImage(int row, int column, int image);
+
+    /// The state word of @p row under @p mask.
+    unsigned ItemState(int row, unsigned mask) const;
+    /// Writes the @p mask bits of @p state; row -1 writes every row.
+    bool SetItemState(int row, unsigned state, unsigned mask);
+
+    /// Puts the rows in the order @p lessThan gives (stable), renumbering every record.
+    void SortRows(const std::function<bool(const CTroveListRow&, const CTroveListRow&)>& lessThan);
+
+    /// The header texts of the eight columns.
+    void SetHeaderTexts(const QStringList& texts);
+
+private:
+    void rowChanged(int row, int firstColumn, int lastColumn);
+    QString intern(const QString& text);
+
+    std::deque<CTroveListRow> m_rows;
+    QStringList m_headerTexts;
+    QSet<QString> m_internedTexts;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+class CTroveListCtrlItem;
+
+/// One row of the list view. Kept compact because a panel may hold 100,000 of them: the texts
+/// that repeat across rows (status, type) share their storage, the name shares the tree node's
+/// text, and size and date are kept as values and turned into text only when read or drawn.
+struct CTroveListRow
+{
+    /// What the size and date cells hold.
+    enum class CellKind : std::uint8_t { Empty, Text, Value };
+
+    static constexpr std::uint16_t kOverlayMask = 0x0F00;
+    static constexpr std::uint16_t kStateImageMask = 0xF000;
+
+    CTroveListCtrlItem* data = nullptr; ///< the row's item data
+    QString name;                       ///< column 2
+    QString status;                     ///< column 3
+    QString type;                       ///< column 5
+    QString savedPath;                  ///< column 7
+    std::int64_t bytes = 0;             ///< column 4 when sizeKind is Value
+    std::int64_t dateMsecs = 0; ///< column 6 when dateKind is Value: msecs since 1 Jan 4713 BC
+    /// Free texts of columns 0, 1, 4 and 6; rarely used, so allocated on demand.
+    std::unique_ptr<std::array<QString, 4>> otherTexts;
+    std::int32_t typeImage = -2;   ///< column 1; -2 is no image
+    std::int32_t statusImage = -2; ///< column 3
+    std::uint16_t state = 0;       ///< overlay number in bits 8-11, state image in bits 12-15
+    CellKind sizeKind = CellKind::Empty;
+    CellKind dateKind = CellKind::Empty;
+
+    int Overlay() const { return (state & kOverlayMask) >> 8; }
+    int StateImage() const { return (state & kStateImageMask) >> 12; }
+};

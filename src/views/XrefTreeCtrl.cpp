@@ -1,0 +1,117 @@
+#include "views/XrefTreeCtrl.h"
+
+#include "framework/ZuUiTheme.h"
+#include "items/XrefPanelCtrlItem.h"
+#include "views/XrefTreeDelegate.h"
+#include "views/XrefTreeModel.h"
+
+#include <QHeaderView>
+
+CXrefTreeCtrl::CXrefTreeCtrl(bool stateImageFlag, QWidget* parent)
+    : QTreeView(parent), m_model(new CXrefTreeModel(this)), m_stateImageFlag(stateImageFlag)
+{
+    setModel(m_model);
+    setItemDelegate(new CXrefTreeDelegate(*this));
+    // Every node has the same height; without this the view measures each node after a fill.
+    setUniformRowHeights(true);
+    setHeaderHidden(true);
+    // The host drawing at the top has no expander of its own; its references do.
+    setRootIsDecorated(false);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    header()->setStretchLastSection(true);
+
+    applyTheme();
+    connect(&CZuUiTheme::Instance(), &CZuUiTheme::themeChanged, this, &CXrefTreeCtrl::applyTheme);
+}
+
+CXrefTreeCtrl::~CXrefTreeCtrl() = default;
+
+HTREEITEM CXrefTreeCtrl::InsertItem(CXrefPanelCtrlItem& item, HTREEITEM parent)
+{
+    const HTREEITEM node = m_model->InsertNode(item, parent);
+    item.m_treeItem = node;
+    return node;
+}
+
+bool CXrefTreeCtrl::DeleteItem(HTREEITEM node)
+{
+    return m_model->RemoveNode(node);
+}
+
+bool CXrefTreeCtrl::DeleteChildren(HTREEITEM node)
+{
+    if (!node)
+        return true;
+    // Always the first child: each deletion renumbers the rest.
+    while (!node->children.empty()) {
+        const HTREEITEM child = node->children.front().get();
+        if (!DeleteChildren(child))
+            return false;
+        CXrefPanelCtrlItem* item = child->item;
+        if (item)
+            emit ItemToBeDeleted(item);
+        if (!m_model->RemoveNode(child))
+            return false;
+        // The item's node handle was cleared with the node.
+        delete item;
+    }
+    return true;
+}
+
+void CXrefTreeCtrl::DeleteAllItems()
+{
+    m_model->RemoveAll();
+}
+
+std::vector<CXrefPanelCtrlItem*> CXrefTreeCtrl::GetChildren(HTREEITEM node) const
+{
+    std::vector<CXrefPanelCtrlItem*> items;
+    if (!node)
+        return items;
+    items.reserve(node->children.size());
+    for (const auto& child : node->children)
+        items.push_back(child->item);
+    return items;
+}
+
+HTREEITEM CXrefTreeCtrl::GetRootItem() const
+{
+    return m_model->RootNode();
+}
+
+int CXrefTreeCtrl::GetCount() const
+{
+    return m_model->NodeCount();
+}
+
+void CXrefTreeCtrl::Expand(HTREEITEM node)
+{
+    if (node)
+        expand(m_model->IndexOf(node));
+}
+
+bool CXrefTreeCtrl::IsExpanded(HTREEITEM node) const
+{
+    return node && isExpanded(m_model->IndexOf(node));
+}
+
+std::vector<CXrefPanelCtrlItem*> CXrefTreeCtrl::GetSelectedItems() const
+{
+    std::vector<CXrefPanelCtrlItem*> items;
+    if (!selectionModel())
+        return items;
+    const QModelIndexList selected = selectionModel()->selectedIndexes();
+    if (!selected.isEmpty()) {
+        const HTREEITEM node = CXrefTreeModel::NodeOf(selected.front());
+        if (node && node->item)
+            items.push_back(node->item);
+    }
+    return items;
+}
+
+void CXrefTreeCtrl::applyTheme()
+{
+    setPalette(CZuUiTheme::Instance().Palette());
+    viewport()->update();
+}

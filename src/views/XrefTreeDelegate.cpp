@@ -1,0 +1,50 @@
+#include "views/XrefTreeDelegate.h"
+
+#include "items/XrefPanelCtrlItemTypes.h"
+#include "views/ItemPainting_p.h"
+#include "views/XrefTreeCtrl.h"
+#include "views/XrefTreeModel.h"
+
+CXrefTreeDelegate::CXrefTreeDelegate(CXrefTreeCtrl& tree) : QStyledItemDelegate(&tree), m_tree(tree)
+{}
+
+void CXrefTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const
+{
+    const HTREEITEM node = CXrefTreeModel::NodeOf(index);
+    if (!node)
+        return;
+    ItemPainting::DrawBackground(painter, option);
+
+    const QRect cell = option.rect;
+    const int gap = ItemPainting::Gap();
+    int left = cell.left() + CZuUiHiDpi::ScaleX(1);
+    if (node->StateImage() > 0) {
+        m_tree.StateImageList().DrawState(*painter, node->StateImage(),
+                                          ItemPainting::IconRect(cell, left));
+        left += ItemPainting::IconSize().width() + gap;
+    }
+    const bool selected = option.state & QStyle::State_Selected;
+    const int image = selected ? node->selectedImage : node->image;
+    if (image >= 0) {
+        CXrefPanelCtrlItemTypes::ActiveImageList().Draw(
+            *painter, image, ItemPainting::IconRect(cell, left), node->Overlay());
+        left += ItemPainting::IconSize().width() + gap;
+    }
+    QStyleOptionViewItem textOption(option);
+    if (node->state & CXrefTreeNode::kBold) {
+        textOption.font.setBold(true);
+        textOption.fontMetrics = QFontMetrics(textOption.font);
+    }
+    ItemPainting::DrawText(painter, textOption,
+                           QRect(left, cell.top(), cell.right() - left, cell.height()), node->text);
+}
+
+QSize CXrefTreeDelegate::sizeHint(const QStyleOptionViewItem& option,
+                                  const QModelIndex& index) const
+{
+    const HTREEITEM node = CXrefTreeModel::NodeOf(index);
+    const int icons = 2 * (ItemPainting::IconSize().width() + ItemPainting::Gap());
+    const int text = node ? option.fontMetrics.horizontalAdvance(node->text) : 0;
+    return QSize(icons + text + CZuUiHiDpi::ScaleX(4), ItemPainting::RowHeight(option));
+}

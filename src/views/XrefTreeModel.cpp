@@ -1,0 +1,184 @@
+#include "views/XrefTreeModel.h"
+
+#include "items/XrefPanelCtrlItem.h"
+
+CXrefTreeModel::CXrefTreeModel(QObject* parent) : QAbstractItemModel(parent) {}
+
+CXrefTreeModel::~CXrefTreeModel()
+{
+    for (auto& node : m_top)
+        detachItems(*node);
+}
+
+QModelIndex CXrefTreeModel::index(int row, int column, const QModelIndex& parent) const
+{
+    if (column != 0 || row < 0)
+        return {};
+    const std::vector<std::unique_ptr<CXrefTreeNode>>* siblings = &m_top;
+    if (parent.isValid())
+        siblings = &NodeOf(parent)->children;
+    if (row >= int(siblings->size()))
+        return {};
+    return createIndex(row, 0, (*siblings)[row].get());
+}
+
+QModelIndex CXrefTreeModel::parent(const QModelIndex& child) const
+{
+    const HTREEITEM node = NodeOf(child);
+    return node ? IndexOf(node->parent) : QModelIndex();
+}
+
+int CXrefTreeModel::rowCount(const QModelIndex& parent) const
+{
+    if (!parent.isValid())
+        return int(m_top.size());
+    if (parent.column() != 0)
+        return 0;
+    return int(NodeOf(parent)->children.size());
+}
+
+int CXrefTreeModel::columnCount(const QModelIndex&) const
+{
+    return 1;
+}
+
+QVariant CXrefTreeModel::data(const QModelIndex& index, int role) const
+{
+    const HTREEITEM node = NodeOf(index);
+    if (!node)
+        return {};
+    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
+        return node->text;
+    return {};
+}
+
+Qt::ItemFlags CXrefTreeModel::flags(const QModelIndex& index) const
+{
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
+}
+
+HTREEITEM CXrefTreeModel::InsertNode(CXrefPanelCtrlItem& item, HTREEITEM parent)
+{
+    std::vector<std::unique_ptr<CXrefTreeNode>>& siblings = parent ? parent->children : m_top;
+    const int row = int(siblings.size());
+    beginInsertRows(IndexOf(parent), row, row);
+    auto node = std::make_unique<CXrefTreeNode>();
+    node->item = &item;
+    node->parent = parent;
+    node->row = row;
+    HTREEITEM handle = node.get();
+    siblings.push_back(std::move(node));
+    ++m_nodeCount;
+    endInsertRows();
+    return handle;
+}
+
+bool CXrefTreeModel::RemoveNode(HTREEITEM node)
+{
+    if (!node)
+        return false;
+    std::vector<std::unique_ptr<CXrefTreeNode>>& siblings = siblingsOf(node);
+    const int row = node->row;
+    if (row < 0 || row >= int(siblings.size()) || siblings[row].get() != node)
+        return false;
+    beginRemoveRows(IndexOf(node->parent), row, row);
+    m_nodeCount -= countNodes(*node);
+    detachItems(*node);
+    siblings.erase(siblings.begin() + row);
+    for (int i = row; i < int(siblings.size()); ++i)
+        siblings[i]->row = i;
+    endRemoveRows();
+    return true;
+}
+
+void CXrefTreeModel::RemoveAll()
+{
+    if (m_top.empty())
+        return;
+    beginResetModel();
+    for (auto& node : m_top)
+        detachItems(*node);
+    m_top.clear();
+    m_nodeCount = 0;
+    endResetModel();
+}
+
+QModelIndex CXrefTreeModel::IndexOf(HTREEITEM node) const
+{
+    return node ? createIndex(node->row, 0, node) : QModelIndex();
+}
+
+HTREEITEM CXrefTreeModel::NodeOf(const QModelIndex& index)
+{
+    return index.isValid() ? static_cast<HTREEITEM>(index.internalPointer()) : nullptr;
+}
+
+HTREEITEM CXrefTreeModel::RootNode() const
+{
+    return m_top.empty() ? nullptr : m_top.front().get();
+}
+
+void CXrefTreeModel::SetText(HTREEITEM node, const QString& text)
+{
+    if (!node)
+        return;
+    node->text = text;
+    nodeChanged(node);
+}
+
+void CXrefTreeModel::SetImages(HTREEITEM node, int image, int selectedImage)
+{
+    if (!node)
+        return;
+    node->image = image;
+    node->selectedImage = selectedImage;
+    nodeChanged(node);
+}
+
+void CXrefTreeModel::SetState(HTREEITEM node, unsigned state, unsigned mask)
+{
+    if (!node)
+        return;
+    node->state = std::uint16_t((node->state & ~mask) | (state & mask));
+    nodeChanged(node);
+}
+
+std::vector<std::unique_ptr<CXrefTreeNode>>& CXrefTreeModel::siblingsOf(HTREEITEM node)
+{
+    return node->parent ? node->parent->children : m_top;
+}
+
+void CXrefTreeModel::nodeChanged(HTREEITEM node)
+{
+    const QModelIndex index = IndexOf(node);
+    emit dataChanged(index, index);
+}
+
+int CXrefTreeModel::countNodes(const CXrefTreeNode& node)
+{
+    int count = 0;
+    std::vector<const CXrefTreeNode*> pending{&node};
+    while (!pending.empty()) {
+        const CXrefTreeNode* current = pending.back();
+        pending.pop_back();
+        ++count;
+        for (const auto& child : current->children)
+            pending.push_back(child.get());
+    }
+    return count;
+}
+
+void CXrefTreeModel::detachItems(CXrefTreeNode& node)
+{
+    // Iterative so that a very deep chain of references cannot exhaust the stack.
+    std::vector<CXrefTreeNode*> pending{&node};
+    while (!pending.empty()) {
+        CXrefTreeNode* current = pending.back();
+        pending.pop_back();
+        if (current->item && current->item->m_treeItem == current)
+            current->item->m_treeItem = nullptr;
+        current->item = nullptr;
+        for (auto& child : current->children)
+            pending.push_back(child.get());
+    }
+}
