@@ -75,31 +75,40 @@ std::wstring FormatByteSize(long long bytes)
     {
         long double limit; // values below this use the step
         double divisor;
-        double normaliser;
         int decimals;
         const wchar_t* unit;
     };
     constexpr long double KB = 1024.0L, MB = KB * 1024, GB = MB * 1024, TB = GB * 1024,
                           PB = TB * 1024;
     static const Step steps[] = {
-        {10 * KB, 10.24, 100.0, 2, L"KB"},        {100 * KB, 102.4, 10.0, 1, L"KB"},
-        {1000 * KB, 1024.0, 1.0, 0, L"KB"},       {10 * MB, 10485.76, 100.0, 2, L"MB"},
-        {100 * MB, 104857.6, 10.0, 1, L"MB"},     {1000 * MB, 1048576.0, 1.0, 0, L"MB"},
-        {10 * GB, 10737418.24, 100.0, 2, L"GB"},  {100 * GB, 107374182.4, 10.0, 1, L"GB"},
-        {1000 * GB, 1073741824.0, 1.0, 0, L"GB"}, {10 * TB, 10485.76, 100.0, 2, L"TB"},
-        {100 * TB, 104857.6, 10.0, 1, L"TB"},     {1000 * TB, 1048576.0, 1.0, 0, L"TB"},
-        {10 * PB, 10737418.24, 100.0, 2, L"PB"},  {100 * PB, 107374182.4, 10.0, 1, L"PB"},
-        {1000 * PB, 1073741824.0, 1.0, 0, L"PB"}, {0, 10995116277.76, 100.0, 2, L"EB"},
+        {10 * KB, 10.24, 2, L"KB"},          {100 * KB, 102.4, 1, L"KB"},
+        {1000 * KB, 1024.0, 0, L"KB"},       {10 * MB, 10485.76, 2, L"MB"},
+        {100 * MB, 104857.6, 1, L"MB"},      {1000 * MB, 1048576.0, 0, L"MB"},
+        {10 * GB, 10737418.24, 2, L"GB"},    {100 * GB, 107374182.4, 1, L"GB"},
+        {1000 * GB, 1073741824.0, 0, L"GB"}, {10 * TB, 10485.76, 2, L"TB"},
+        {100 * TB, 104857.6, 1, L"TB"},      {1000 * TB, 1048576.0, 0, L"TB"},
+        {10 * PB, 10737418.24, 2, L"PB"},    {100 * PB, 107374182.4, 1, L"PB"},
+        {1000 * PB, 1073741824.0, 0, L"PB"}, {0, 10995116277.76, 2, L"EB"},
     };
     constexpr size_t last = sizeof(steps) / sizeof(steps[0]) - 1;
     size_t i = 0;
     while (i < last && static_cast<long double>(bytes) >= steps[i].limit)
         ++i;
     const double value = i > 8 ? double(bytes >> 20) + 0.001 : double(bytes) + 0.00001;
-    const double shown = std::floor(value / steps[i].divisor) / steps[i].normaliser;
+    // The shown digits as one integer: 149 for "1.49", 229 for "22.9", 999 for "999".
+    const auto digits = static_cast<long long>(std::floor(value / steps[i].divisor));
+    const long long scale = steps[i].decimals == 2 ? 100 : steps[i].decimals == 1 ? 10 : 1;
 
-    QString number = QLocale().toString(shown, 'f', steps[i].decimals);
-    return number.toStdWString() + L' ' + steps[i].unit;
+    std::wstring text = std::to_wstring(digits / scale);
+    if (steps[i].decimals > 0) {
+        text += QLocale().decimalPoint().toStdWString();
+        std::wstring fraction = std::to_wstring(digits % scale);
+        text.append(size_t(steps[i].decimals) - fraction.size(), L'0');
+        text += fraction;
+    }
+    text += L' ';
+    text += steps[i].unit;
+    return text;
 }
 
 namespace {

@@ -99,3 +99,19 @@ TEST(MessageStrip, ShowsTheLastMessageAndTakesFocusOnClick)
 }
 
 } // namespace
+
+#include "panel/KvXrefTroveUI.h"
+#include "util/KvXrefUtil.h"
+
+namespace {
+
+TEST(ModuleEntry, StartAndEndPassThroughToTheUtilityLibrary)
+{
+    const int before = Util::CrtInitializeCount();
+    EXPECT_EQ(kvXrefTroveUIInitialize(), 1);
+    EXPECT_EQ(Util::CrtInitializeCount(), before + 1);
+    EXPECT_EQ(kvXrefTroveUITerminate(), 1);
+    EXPECT_EQ(Util::CrtInitializeCount(), before);
+}
+
+} // namespace
