@@ -9,8 +9,11 @@
 
 #include "framework/ControlId.h"
 #include "framework/ZuUiMenu.h"
+#include "items/XrefPanelCtrlItem.h"
+#include "panel/XrefPanelCtrl.h"
 #include "resources/TemporaryResourceOverride.h"
 #include "resources/TroveResources.h"
+#include "services/XrefMessageBox.h"
 
 #include <QMenu>
 
@@ -746,4 +749,97 @@ TEST_F(ToolBarFixture, repositoryToolBarWritesNoStatesIntoItsMenu)
     EXPECT_EQ(menus.Count(), 2);
     EXPECT_EQ(state(b, 1176), 0);
     EXPECT_EQ(state(b, 1082), 0);
+}
+
+// ---------------------------------------------------------------------------------------------
+// The parent panel's selection
+
+namespace {
+
+// A host panel that answers every host operation with nothing.
+class QuietPanel : public CXrefPanelCtrl
+{
+public:
+    explicit QuietPanel(std::shared_ptr<CXrefToolBar> toolBar)
+        : CXrefPanelCtrl(nullptr, std::move(toolBar), std::make_shared<CXrefMessageBox>(), false,
+                         FileReferenceViewType::ListView, DetailsViewType::Details, -1, true)
+    {}
+    std::wstring GetTroveStateToolTipText(CXrefPanelCtrlItem&) override { return {}; }
+    void FillStateImageList(CZuUiImageList&, bool, int) override {}
+    void OnSharedRowItemInserted(const CXrefPanelCtrlItem&) override {}
+    void OnSharedRowOwnerChanged(CXrefPanelCtrlItem&) override {}
+    void OnItemRemoved(CXrefPanelCtrlItem&) override {}
+    std::vector<int> GetStoredColumnDipWidths() override { return {}; }
+    void HostCallback7() override {}
+    void HostCallback9(std::vector<int>&) override {}
+    void GetStoredLowerGroup(double&, bool&) override {}
+    void HostCallback11() override {}
+    void FillContextMenu(QMenu&, const std::vector<CXrefPanelCtrlItem*>&, bool) override {}
+    void OnMenuSelection(Trove::MenuItems, const std::vector<CXrefPanelCtrlItem*>&) override {}
+    void OnStatusColumnDoubleClicked(CXrefPanelCtrlItem*) override {}
+    void OnDisplayHelp() override {}
+    bool OnApplyPropertyEdit(const std::vector<CXrefPanelCtrlItem*>&, XrefProperties,
+                             const std::wstring&, const std::wstring&) override
+    {
+        return false;
+    }
+    void HostCallback20() override {}
+    void OnSortCriteriaChanged(int, bool) override {}
+};
+
+class PlainItem : public CXrefPanelCtrlItem
+{
+public:
+    using CXrefPanelCtrlItem::CXrefPanelCtrlItem;
+    bool HostOperation4() const override { return false; }
+    bool HostOperation6() const override { return false; }
+    bool HostOperation9() const override { return false; }
+    bool HostOperation10() const override { return false; }
+    bool IsPropertyEditable(XrefProperties, int) const override { return false; }
+};
+
+} // namespace
+
+TEST_F(ToolBarFixture, pathCommandsCarryTheParentPanelsSelection)
+{
+    CXrefToolBar* b = Make<CXrefToolBar>();
+    ASSERT_TRUE(b);
+    QuietPanel panel(nullptr);
+    ASSERT_TRUE(panel.Create(L"panel", QRect(0, 0, 300, 400), &host, 1));
+    auto* root = new PlainItem(panel);
+    auto* first = new PlainItem(panel);
+    auto* second = new PlainItem(panel);
+    panel.InsertRootItem(*root);
+    panel.InsertItem(*first, *root, nullptr);
+    panel.InsertItem(*second, *root, nullptr);
+    const std::vector<CXrefPanelCtrlItem*> selection{first, second};
+    panel.OnItemsSelected(selection, false);
+    b->SetParentPanel(&panel);
+
+    // A handler that changes the selection does not change what later handlers see.
+    std::vector<CXrefPanelCtrlItem*> seenLater;
+    QObject::connect(b, &CXrefToolBar::MenuSelection,
+                     [&](Trove::MenuItems, const std::vector<CXrefPanelCtrlItem*>&) {
+                         panel.OnItemsSelected({}, false);
+                     });
+    QObject::connect(b, &CXrefToolBar::MenuSelection,
+                     [&](Trove::MenuItems, const std::vector<CXrefPanelCtrlItem*>& items) {
+                         seenLater = items;
+                     });
+    for (unsigned id : {1176u, 1177u, 1178u, 1180u, 1181u}) {
+        panel.OnItemsSelected(selection, false);
+        b->OnCommand(id);
+        EXPECT_EQ(raised.back().items, selection) << id;
+        EXPECT_EQ(seenLater, selection) << id;
+    }
+    // Commands that do not act on the selection carry the empty list all the same.
+    panel.OnItemsSelected(selection, false);
+    for (unsigned id : {1081u, 1082u, 1083u, 1085u, 1107u}) {
+        b->OnCommand(id);
+        EXPECT_TRUE(raised.back().items.empty()) << id;
+    }
+    b->SetParentPanel(nullptr);
+    b->OnCommand(1176);
+    EXPECT_TRUE(raised.back().items.empty());
+    panel.DeleteAllItems();
 }
