@@ -1,0 +1,49 @@
+#pragma once
+
+#include "framework/PackedDib.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QRgb>
+
+#include <cstdint>
+#include <functional>
+
+/// Writes packed DIBs for tests: any header values, a colour table, bit-field masks and pixels
+/// laid out as the format stores them (rows padded to 32 bits, bottom-up for a positive height).
+class DibBuilder
+{
+public:
+    /// The raw value of the pixel at (x, y), y counted from the top of the picture: a colour
+    /// index for 8 bits and fewer, a 16-bit word, or a 0xAARRGGBB colour for 24 and 32 bits.
+    using PixelFunction = std::function<std::uint32_t(int x, int y)>;
+
+    DibBuilder(int width, int height, int bitCount);
+
+    DibBuilder& Compression(std::uint32_t compression);
+    DibBuilder& ClrUsed(std::uint32_t count);
+    DibBuilder& SizeImage(std::uint32_t bytes);
+    DibBuilder& HeaderSize(std::uint32_t bytes);
+    /// Colour-table entries written right after the header (after the masks, if any).
+    DibBuilder& Palette(QList<QRgb> colors);
+    /// Three bit-field masks written right after the header.
+    DibBuilder& Masks(std::uint32_t red, std::uint32_t green, std::uint32_t blue);
+    DibBuilder& Pixels(PixelFunction pixel);
+    /// Every pixel has the value @p value.
+    DibBuilder& Fill(std::uint32_t value);
+
+    const BitmapInfoHeader& Header() const { return m_header; }
+    /// Header, masks, palette and pixels.
+    QByteArray Bytes() const;
+    PackedDib Dib() const { return PackedDib(Bytes()); }
+    /// The pixels alone.
+    QByteArray PixelBytes() const;
+    /// Header, masks and palette without pixels.
+    QByteArray HeaderBytes() const;
+
+private:
+    BitmapInfoHeader m_header;
+    QList<QRgb> m_palette;
+    QList<std::uint32_t> m_masks;
+    PixelFunction m_pixel;
+};
