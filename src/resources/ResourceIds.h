@@ -42,6 +42,14 @@ inline constexpr const char* kBitmapNames[] = {
     "RMX_HELP_BTN",
 };
 
+/// Page buttons of the group headers, named by the page keys.
+inline constexpr const char* kGroupPageIconNames[] = {
+    "GRPCTRL_LISTVIEW",
+    "GRPCTRL_TREEVIEW",
+    "GRPCTRL_DETAILS",
+    "GRPCTRL_THUMBBTN",
+};
+
 /// The split cursor of the details list's column divider.
 inline constexpr unsigned kSplitCursorId = 30980;
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "kvxreftroveui_export.h"
+
+#include "framework/ZuUiCoupledGroupCtrl.h"
+
+/// The panel's splitter: the file references group above, the details or preview group below.
+/// A collapsed pane keeps just its header and the other pane takes the rest; otherwise the split
+/// ratio places the bar, kept far enough from either edge that both headers stay in view.
+class KVXREFTROVEUI_EXPORT CXrefCoupledGroupCtrl : public CZuUiCoupledGroupCtrl
+{
+    Q_OBJECT
+public:
+    explicit CXrefCoupledGroupCtrl(QWidget* parent = nullptr);
+
+protected:
+    void LayoutPanes(int cx, int cy) override;
+};
