@@ -14,6 +14,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     // Bitmaps need a GUI application; no screen is needed.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static QGuiApplication app(*argc, *argv);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     return 0;
 }
 

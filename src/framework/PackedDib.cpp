@@ -166,12 +166,13 @@ PackedDib PackedDib::FromImage(const QImage& source)
     QByteArray bytes = h.Bytes();
     bytes.resize(BitmapInfoHeader::kSize + qsizetype(h.biSizeImage), '\0');
     char* bits = bytes.data() + BitmapInfoHeader::kSize;
-    for (int row = 0; row < image.height(); ++row) {
+    const int width = image.width();
+    const int height = image.height();
+    for (int row = 0; row < height; ++row) {
         // Stored bottom-up, blue-green-red order.
-        const auto* src =
-            reinterpret_cast<const QRgb*>(image.constScanLine(image.height() - 1 - row));
+        const auto* src = reinterpret_cast<const QRgb*>(image.constScanLine(height - 1 - row));
         auto* dst = reinterpret_cast<unsigned char*>(bits + row * stride);
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < width; ++x) {
             *dst++ = static_cast<unsigned char>(qBlue(src[x]));
             *dst++ = static_cast<unsigned char>(qGreen(src[x]));
             *dst++ = static_cast<unsigned char>(qRed(src[x]));
@@ -255,6 +256,12 @@ QImage PackedDib::ToImage(const char* bitsData, qint64 bitsSize) const
         return {};
     }
     if (rle && !bottomUp)
+        return {};
+    // Run-length data may describe far more pixels than it has bytes, but not without limit: a
+    // code pair draws at most 255 pixels and even skips over empty rows cost a code each. A
+    // picture beyond this ratio is not a real one, and decoding it would take seconds and
+    // hundreds of megabytes for a few dozen bytes of input.
+    if (rle && qint64(width) * height > kMaxRlePixelsPerByte * bitsSize)
         return {};
 
     const char* block = m_bytes.constData();

@@ -47,6 +47,8 @@ class KVUIFRAMEWORK_EXPORT PackedDib
 public:
     /// Pictures larger than this many pixels are refused rather than allocated.
     static constexpr qint64 kMaxPixels = 64LL * 1024 * 1024;
+    /// Run-length pictures may have at most this many pixels per byte of encoded data.
+    static constexpr qint64 kMaxRlePixelsPerByte = 4096;
 
     PackedDib() = default;
     explicit PackedDib(QByteArray bytes) : m_bytes(std::move(bytes)) {}

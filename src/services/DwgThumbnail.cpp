@@ -64,12 +64,14 @@ std::uint32_t u32At(const QByteArray& bytes, qint64 offset)
     return qFromLittleEndian<std::uint32_t>(bytes.constData() + offset);
 }
 
-// Exactly `count` bytes at `offset`, or nothing when they are not all in the file.
-std::optional<QByteArray> readAt(QIODevice& device, qint64 offset, qint64 count)
+// Exactly `count` bytes at `offset` of a device of `size` bytes, or nothing when they are not
+// all there. The size is the caller's, asked once: every question to an unbuffered file is a
+// system call, and they cost more than the few bytes read here.
+std::optional<QByteArray> readAt(QIODevice& device, qint64 size, qint64 offset, qint64 count)
 {
-    if (offset < 0 || count < 0 || offset > device.size() || count > device.size() - offset)
+    if (offset < 0 || count < 0 || offset > size || count > size - offset)
         return std::nullopt;
-    if (!device.seek(offset))
+    if (device.pos() != offset && !device.seek(offset))
         return std::nullopt;
     QByteArray bytes = device.read(count);
     if (bytes.size() != count)
@@ -108,29 +110,27 @@ PackedDib ExtractDwgThumbnail(QIODevice& device)
         return {};
     const qint64 fileSize = device.size();
     const std::optional<QByteArray> header =
-        readAt(device, 0, std::min<qint64>(kHeaderBytes, fileSize));
+        readAt(device, fileSize, 0, std::min<qint64>(kHeaderBytes, fileSize));
     if (!header || header->size() < kSeekerOffset + 4 || !isAcceptedVersion(*header))
         return {};
 
+    // Sentinel, the block's overall size (not needed) and the entry count, in one read.
     const qint64 seeker = u32At(*header, kSeekerOffset);
-    const std::optional<QByteArray> sentinel = readAt(device, seeker, qint64(kSentinel.size()));
-    if (!sentinel || std::memcmp(sentinel->constData(), kSentinel.data(), kSentinel.size()) != 0)
+    const qint64 blockHeaderBytes = qint64(kSentinel.size()) + 4 + 1;
+    const std::optional<QByteArray> blockHeader =
+        readAt(device, fileSize, seeker, blockHeaderBytes);
+    if (!blockHeader ||
+        std::memcmp(blockHeader->constData(), kSentinel.data(), kSentinel.size()) != 0)
         return {};
-
-    // The block's overall size (4 bytes) is not needed; the entry count follows it.
-    const qint64 countOffset = seeker + qint64(kSentinel.size()) + 4;
-    const std::optional<QByteArray> count = readAt(device, countOffset, 1);
-    if (!count)
-        return {};
-    const int entries = static_cast<unsigned char>((*count)[0]);
+    const int entries = static_cast<unsigned char>((*blockHeader)[int(blockHeaderBytes - 1)]);
 
     // The whole directory in one read. A directory cut short by the end of the file still
     // serves the entries before the cut.
-    const qint64 directoryOffset = countOffset + 1;
+    const qint64 directoryOffset = seeker + blockHeaderBytes;
     const qint64 directoryBytes =
         std::min<qint64>(entries * kEntryBytes, fileSize - directoryOffset);
     const std::optional<QByteArray> directory =
-        readAt(device, directoryOffset, std::max<qint64>(directoryBytes, 0));
+        readAt(device, fileSize, directoryOffset, std::max<qint64>(directoryBytes, 0));
     if (!directory)
         return {};
 
@@ -145,7 +145,7 @@ PackedDib ExtractDwgThumbnail(QIODevice& device)
         if ((code != BmpEntry && code != PngEntry) || size > kMaxEntryBytes)
             continue;
         // readAt refuses an entry that reaches past the end of the file before allocating it.
-        const std::optional<QByteArray> data = readAt(device, offset, size);
+        const std::optional<QByteArray> data = readAt(device, fileSize, offset, size);
         if (!data)
             return {};
         result = code == BmpEntry ? PackedDib(*data) : decodePngEntry(*data);

@@ -239,6 +239,11 @@ TEST(PackedDib, HostileHeadersGiveNoPicture)
     cases.back().second.colors({0, 0});
     cases.back().second.header.biClrUsed = 2;
     cases.back().second.bits = bytes({0, 1});
+    cases.emplace_back("run length claiming millions of pixels",
+                       make(3, 1 << 24, 4, BitmapInfoHeader::Rle4));
+    cases.back().second.header.biClrUsed = 2;
+    cases.back().second.colors({0, 0});
+    cases.back().second.bits = bytes({0, 1, 0, 0});
     Dib missingTable = make(1, 1, 8);
     missingTable.bits = bytes({0, 0, 0, 0});
     cases.emplace_back("colour table past the end", missingTable);
