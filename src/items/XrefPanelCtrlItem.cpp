@@ -94,11 +94,6 @@ Attachment::FileType::Enum CXrefPanelCtrlItem::FileType() const
     return Attachment::FileType::Enum(64);
 }
 
-QPixmap CXrefPanelCtrlItem::GetPreview()
-{
-    return {};
-}
-
 bool CXrefPanelCtrlItem::isPendingRelativePath() const
 {
     return false;

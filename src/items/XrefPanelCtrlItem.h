@@ -26,6 +26,9 @@
 class CTroveListCtrl;
 class CTroveListCtrlItem;
 class CXrefTreeCtrl;
+class KvNameDescriptionToolTipInfo;
+class PackedDib;
+struct ToolTipMenuSettings;
 
 /// One reference occurrence in the panel: a node of the tree view and, through its shared link
 /// record, a row of the list view. The host derives one class per kind of reference, constructs
@@ -126,6 +129,18 @@ public:
     RefStatus::RefIcon GetReferenceStatusIcon() const { return m_referenceStatusIcon; }
     Trove::FileDataStatus::Value GetReferenceStatusText() const { return m_referenceStatusText; }
 
+    // --- Preview pane
+    // -----------------------------------------------------------------------------
+
+    /// Shows a picture in the panel's preview pane and repaints it at once; a null @p info clears
+    /// the pane. With @p bits, @p info is a header (and colour table) whose @p bitsSize bytes of
+    /// pixels are at @p bits; without, @p info is a packed DIB. The pane keeps what it needs, so
+    /// the caller's buffers may go once this returns.
+    void SetPreviewBitmap(const PackedDib* info, const char* bits, qint64 bitsSize);
+    /// The preview pane's client rectangle, so that the host can render a picture that fits;
+    /// left as it is when the panel has no pane.
+    void GetPreviewBox(QRect& rect) const;
+
     // --- Colours and fonts ----------------------------------------------------------------------
 
     const bool& UseDefaultColor() const;
@@ -149,6 +164,13 @@ protected:
     /// The item's style, for derived classes to fill.
     TextStyle& EditTextStyle();
 
+    /// The item's rich tool tip for @p settings: the name, seven description rows (name, status,
+    /// size, type, date, found-at and saved path) and the thumbnail of GetPreview. The caller
+    /// owns the result.
+    std::unique_ptr<KvNameDescriptionToolTipInfo>
+    CreateToolTipInfo(const ToolTipMenuSettings& settings);
+    /// The thumbnail of the file the reference was found at, from the process-wide preview
+    /// cache (which keeps it); null without a found-at path or a picture.
     virtual QPixmap GetPreview();
     /// True while the saved path is waiting to be made relative: the list shows it with a
     /// leading "*".

@@ -9,6 +9,7 @@
 #include "util/ResourceModule.h"
 #include "views/TroveListCtrl.h"
 #include "views/TroveListModel.h"
+#include "views/XrefPreview.h"
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int kListViewId = 30102;
 constexpr int kTreeViewId = 30101;
+constexpr int kPreviewId = 30202;
 
 // Text ids of the menu values; 0, 2, 40 and 41 have none.
 constexpr std::pair<Trove::MenuItems, unsigned> kMenuTextIds[] = {
@@ -100,6 +102,9 @@ bool CXrefPanelCtrl::Create(const wchar_t* windowName, const QRect& rect, QWidge
     m_treeCtrl = new CXrefTreeCtrl(m_troveMode, this);
     ControlId::Set(m_treeCtrl, kTreeViewId);
     m_treeCtrl->hide();
+    m_preview = new CXrefPreview(this);
+    ControlId::Set(m_preview, kPreviewId);
+    m_preview->hide();
     m_created = true;
 
     m_listCtrl->SetColumnDipWidths(GetStoredColumnDipWidths());

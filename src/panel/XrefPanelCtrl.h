@@ -5,6 +5,7 @@
 #include "items/RefStatus.h"
 #include "panel/ICXrefPanelCtrl.h"
 #include "panel/MenuItems.h"
+#include "panel/ToolTipMenuSettings.h"
 
 #include <QDomNode>
 #include <QRect>
@@ -21,6 +22,7 @@ class CXrefMessageBox;
 class CXrefPanelCtrlItem;
 class CTroveListCtrl;
 class CXrefTreeCtrl;
+class CXrefPreview;
 class CZuUiImageList;
 class QMenu;
 
@@ -180,6 +182,8 @@ public:
     /// The selected items, in the order the view reported them. Not owned.
     const std::vector<CXrefPanelCtrlItem*>& GetSelectedItems() const { return m_selectedItems; }
     bool IsTroveMode() const { return m_troveMode; }
+    /// The tool-tip style and preview size the items' tool tips follow.
+    ToolTipMenuSettings GetToolTipMenuSettings() const { return {m_toolTipStyle, m_toolTipSize}; }
 
     /// True for the status icons 1 to 6.
     static bool IsValidRefStatusIcon(RefStatus::RefIcon icon);
@@ -215,6 +219,8 @@ public:
 
     CTroveListCtrl* GetListCtrl() const { return m_listCtrl; }
     CXrefTreeCtrl* GetTreeCtrl() const { return m_treeCtrl; }
+    /// The preview pane; null until Create.
+    CXrefPreview* GetPreviewCtrl() const { return m_preview; }
     const std::shared_ptr<CXrefToolBar>& GetToolBar() const { return m_toolBar; }
     const std::shared_ptr<CXrefMessageBox>& GetMessageBox() const { return m_messageBox; }
     CXREFPalette* GetPalette() const { return m_palette; }
@@ -257,4 +263,5 @@ private:
     std::vector<CXrefPanelCtrlItem*> m_selectedItems;
     CTroveListCtrl* m_listCtrl = nullptr; // child widget, owned by the panel
     CXrefTreeCtrl* m_treeCtrl = nullptr;
+    CXrefPreview* m_preview = nullptr;
 };
