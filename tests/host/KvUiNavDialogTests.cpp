@@ -1,0 +1,94 @@
+#include "host/KvUiFolderBrowser.h"
+#include "host/KvUiNavDialog.h"
+#include "support/FileDialogStandIn.h"
+#include "support/QStringPrinter.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct FilterCase
+{
+    const char* filter;
+    QStringList expected;
+};
+
+class NavDialogFilterTest : public ::testing::TestWithParam<FilterCase>
+{};
+
+TEST_P(NavDialogFilterTest, filterBecomesQtNameFilters)
+{
+    CKvUiNavDialog dialog;
+    dialog.SetFilter(QString::fromUtf8(GetParam().filter));
+    EXPECT_EQ(dialog.FilterArray(), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Filters, NavDialogFilterTest,
+    ::testing::Values(
+        FilterCase{"All Files (*.*)|*.*||", {QStringLiteral("All Files (*)")}},
+        FilterCase{"Drawings (*.dwg)|*.dwg;*.DWS|All Files|*.*||",
+                   {QStringLiteral("Drawings (*.dwg *.DWS)"), QStringLiteral("All Files (*)")}},
+        // Blanks and a missing pattern list are tolerated; an empty description ends the list.
+        FilterCase{" Images | *.png ; *.jpg |Nothing||",
+                   {QStringLiteral("Images (*.png *.jpg)"), QStringLiteral("Nothing (*)")}},
+        FilterCase{"Drawings|*.dwg|||Later|*.x", {QStringLiteral("Drawings (*.dwg)")}},
+        FilterCase{"", {}}, FilterCase{"|", {}}, FilterCase{"||||", {}},
+        FilterCase{"No pair", {}}));
+
+TEST(NavDialogTest, replacedHandlerShowsTheDialogAndChoiceIsKeptUntilTheNextShow)
+{
+    FileDialogStandIn standIn;
+    CKvUiNavDialog dialog;
+    dialog.SetFlags(CKvUiNavDialog::SaveFile | CKvUiNavDialog::ConfirmReplace);
+    dialog.SetCaption(QStringLiteral("Save Plan"));
+    dialog.SetDefaultExtension(QStringLiteral(".dwg"));
+    standIn.Choose({QStringLiteral("/work/plan.dwg")});
+    EXPECT_TRUE(dialog.DoModal(nullptr));
+    EXPECT_EQ(dialog.SelectedPaths(), QStringList{QStringLiteral("/work/plan.dwg")});
+    ASSERT_EQ(standIn.Count(), 1);
+    EXPECT_EQ(standIn.ShownDialogs()[0].caption, QStringLiteral("Save Plan"));
+    EXPECT_EQ(standIn.ShownDialogs()[0].defaultExtension, QStringLiteral("dwg"));
+    EXPECT_EQ(standIn.ShownDialogs()[0].flags,
+              unsigned(CKvUiNavDialog::SaveFile | CKvUiNavDialog::ConfirmReplace));
+
+    // A cancelled second show forgets the first choice.
+    standIn.Cancel();
+    EXPECT_FALSE(dialog.DoModal(nullptr));
+    EXPECT_TRUE(dialog.SelectedPaths().isEmpty());
+}
+
+TEST(NavDialogTest, standInRestoresThePreviousHandlers)
+{
+    int outer = 0;
+    const CKvUiNavDialog::Handler original =
+        CKvUiNavDialog::SetHandler([&outer](CKvUiNavDialog&, QWidget*) {
+            ++outer;
+            return false;
+        });
+    {
+        FileDialogStandIn standIn;
+        CKvUiNavDialog dialog;
+        dialog.DoModal(nullptr);
+        EXPECT_EQ(standIn.Count(), 1);
+    }
+    CKvUiNavDialog dialog;
+    dialog.DoModal(nullptr);
+    EXPECT_EQ(outer, 1);
+    CKvUiNavDialog::SetHandler(original);
+}
+
+TEST(FolderBrowserTest, startFolderReachesTheBrowserAndChoiceComesBack)
+{
+    FileDialogStandIn standIn;
+    CKvUiFolderBrowser browser(nullptr);
+    browser.SetStartFolder(QStringLiteral("/data/site"));
+    standIn.Choose({QStringLiteral("/data/site/xrefs")});
+    EXPECT_TRUE(browser.DoModal());
+    EXPECT_EQ(browser.SelectedFolder(), QStringLiteral("/data/site/xrefs"));
+    ASSERT_EQ(standIn.Count(), 1);
+    EXPECT_TRUE(standIn.ShownDialogs()[0].folderBrowser);
+    EXPECT_EQ(standIn.ShownDialogs()[0].start, QStringLiteral("/data/site"));
+}
+
+} // namespace
