@@ -1,7 +1,7 @@
 #include "host/KvUiFolderBrowser.h"
 #include "host/KvUiNavDialog.h"
 #include "support/FileDialogStandIn.h"
-#include "support/QStringPrinter.h"
+#include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 
@@ -56,26 +56,6 @@ TEST(NavDialogTest, replacedHandlerShowsTheDialogAndChoiceIsKeptUntilTheNextShow
     standIn.Cancel();
     EXPECT_FALSE(dialog.DoModal(nullptr));
     EXPECT_TRUE(dialog.SelectedPaths().isEmpty());
-}
-
-TEST(NavDialogTest, standInRestoresThePreviousHandlers)
-{
-    int outer = 0;
-    const CKvUiNavDialog::Handler original =
-        CKvUiNavDialog::SetHandler([&outer](CKvUiNavDialog&, QWidget*) {
-            ++outer;
-            return false;
-        });
-    {
-        FileDialogStandIn standIn;
-        CKvUiNavDialog dialog;
-        dialog.DoModal(nullptr);
-        EXPECT_EQ(standIn.Count(), 1);
-    }
-    CKvUiNavDialog dialog;
-    dialog.DoModal(nullptr);
-    EXPECT_EQ(outer, 1);
-    CKvUiNavDialog::SetHandler(original);
 }
 
 TEST(FolderBrowserTest, startFolderReachesTheBrowserAndChoiceComesBack)

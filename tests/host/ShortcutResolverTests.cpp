@@ -1,5 +1,5 @@
 #include "host/ShortcutResolver.h"
-#include "support/QStringPrinter.h"
+#include "support/QtPrinters.h"
 #include "support/ShortcutFileBuilder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "InPlaceEditorTestHost.h"
 #include "resources/TroveResources.h"
-#include "support/QStringPrinter.h"
+#include "support/QtPrinters.h"
 #include "views/InPlaceComboBoxCtrl.h"
 #include "views/XrefInPlaceComboBoxCtrl.h"
 

@@ -1,5 +1,6 @@
 #include "InPlaceEditorTestHost.h"
-#include "support/QStringPrinter.h"
+#include "support/QtPrinters.h"
+#include "support/ScopedOverrides.h"
 #include "views/InPlaceEditCtrl.h"
 
 #include <QAction>
@@ -106,6 +107,18 @@ TEST_F(InPlaceEditCtrlTest, creationTakesTheOwnersFontAndFailsWithoutParent)
     EXPECT_FALSE(orphan->Create(cell(), nullptr, 1));
     flushDeletes();
     EXPECT_TRUE(orphan.isNull());
+}
+
+TEST_F(InPlaceEditCtrlTest, editorFollowsTheThemeWhileOpen)
+{
+    CInPlaceEditCtrl* editor = open(0, QStringLiteral("Plan"));
+    EXPECT_EQ(editor->palette().color(QPalette::Base),
+              CZuUiTheme::Instance().GetColor(CZuUiTheme::AlternateBackground));
+    ScopedTheme dark(!CZuUiTheme::Instance().IsDarkTheme());
+    EXPECT_EQ(editor->palette().color(QPalette::Base),
+              CZuUiTheme::Instance().GetColor(CZuUiTheme::AlternateBackground));
+    EXPECT_EQ(editor->palette().color(QPalette::Text),
+              CZuUiTheme::Instance().GetColor(CZuUiTheme::Text));
 }
 
 TEST_F(InPlaceEditCtrlTest, typingWidensTheEditorUpToTheOwnersEdgeOnly)

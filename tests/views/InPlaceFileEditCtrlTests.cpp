@@ -1,6 +1,6 @@
 #include "InPlaceEditorTestHost.h"
 #include "support/FileDialogStandIn.h"
-#include "support/QStringPrinter.h"
+#include "support/QtPrinters.h"
 #include "support/ScopedOverrides.h"
 #include "support/ShortcutFileBuilder.h"
 #include "views/InPlaceFileEditCtrl.h"

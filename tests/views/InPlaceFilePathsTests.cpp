@@ -1,4 +1,4 @@
-#include "support/QStringPrinter.h"
+#include "support/QtPrinters.h"
 #include "support/ShortcutFileBuilder.h"
 #include "views/InPlaceFilePaths.h"
 
@@ -59,6 +59,22 @@ TEST_F(FilePathsTest, wildCardsInAFolderPartOrAWindowsFolderMatchNothing)
     // A name without wild cards is kept whether it exists or not.
     EXPECT_EQ(CInPlaceFilePaths::ParseText(QStringLiteral("missing.dwg"), folder()),
               QStringList{QStringLiteral("missing.dwg")});
+}
+
+TEST_F(FilePathsTest, foldersThatCannotBeListedMatchNothing)
+{
+    // A file where the folder should be, and a folder without read permission (which only
+    // stops a user other than root).
+    EXPECT_TRUE(CInPlaceFilePaths::ParseText(QStringLiteral("notes/*.dwg"), folder()).isEmpty());
+    const QString locked = m_dir.filePath(QStringLiteral("locked"));
+    ASSERT_TRUE(QDir().mkpath(locked));
+    touch(QStringLiteral("locked/in.dwg"));
+    QFile::setPermissions(locked, QFileDevice::Permissions());
+    const QStringList entries =
+        CInPlaceFilePaths::ParseText(QStringLiteral("locked/*.dwg"), folder());
+    EXPECT_TRUE(entries.isEmpty() || entries == QStringList{QStringLiteral("locked/in.dwg")});
+    QFile::setPermissions(locked,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
 TEST_F(FilePathsTest, thousandsOfPiecesStayBoundedAndQuick)
