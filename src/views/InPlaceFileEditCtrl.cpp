@@ -1,5 +1,6 @@
 #include "views/InPlaceFileEditCtrl.h"
 
+#include "framework/ZuToolTipCtrl.h"
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiTheme.h"
 #include "host/KvUiFolderBrowser.h"
@@ -9,12 +10,10 @@
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QHelpEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
-#include <QToolTip>
 
 #include <algorithm>
 
@@ -44,7 +43,11 @@ CInPlaceFileEditCtrl::CInPlaceFileEditCtrl(int item, int subItem, const QString&
         m_flags = flags;
     setAcceptDrops(true);
     setMouseTracking(true); // hover look of the button
-    connect(this, &QLineEdit::textChanged, this, [this] { m_filesStale = true; });
+    connect(this, &QLineEdit::textChanged, this, [this] {
+        m_filesStale = true;
+        if (m_flags & TextTip)
+            updateToolTips();
+    });
     layoutButton();
 }
 
@@ -68,6 +71,8 @@ bool CInPlaceFileEditCtrl::SetFlags(unsigned flags)
         layoutButton();
     if (changed & (ButtonLeft | FlatButton))
         update();
+    if (changed & (ButtonTip | TextTip))
+        updateToolTips();
     return true;
 }
 
@@ -194,33 +199,32 @@ bool CInPlaceFileEditCtrl::propose(Proposal source, const std::optional<QString>
     return true;
 }
 
-bool CInPlaceFileEditCtrl::event(QEvent* event)
+void CInPlaceFileEditCtrl::updateToolTips()
 {
-    if (event->type() == QEvent::ToolTip && (m_flags & (ButtonTip | TextTip))) {
-        const auto* help = static_cast<QHelpEvent*>(event);
-        showToolTip(help->pos(), help->globalPos());
-        return true;
-    }
-    return CInPlaceEditCtrl::event(event);
-}
-
-void CInPlaceFileEditCtrl::showToolTip(const QPoint& pos, const QPoint& globalPos)
-{
-    const bool onButton = m_buttonRect.contains(pos);
-    if (onButton && (m_flags & ButtonTip)) {
-        QToolTip::showText(globalPos, tr("Browse"), this, m_buttonRect);
+    enum ToolId : unsigned { ButtonTool = 1, TextTool = 2 };
+    if (!(m_flags & (ButtonTip | TextTip))) {
+        delete m_toolTip;
+        m_toolTip = nullptr;
         return;
     }
-    if (!onButton && (m_flags & TextTip) && !text().isEmpty()) {
+    if (!m_toolTip) {
+        m_toolTip = new CZuToolTipCtrl(this);
+        m_toolTip->Create(this);
+    }
+    if (m_flags & ButtonTip)
+        m_toolTip->AddTool(this, tr("Browse"), m_buttonRect, ButtonTool);
+    else
+        m_toolTip->DelTool(this, ButtonTool);
+    if (m_flags & TextTip) {
         QRect textArea = rect();
         if (m_flags & ButtonLeft)
             textArea.setLeft(m_buttonRect.right() + 1);
         else
             textArea.setRight(m_buttonRect.left() - 1);
-        QToolTip::showText(globalPos, text(), this, textArea);
-        return;
+        m_toolTip->AddTool(this, text(), textArea, TextTool);
+    } else {
+        m_toolTip->DelTool(this, TextTool);
     }
-    QToolTip::hideText();
 }
 
 void CInPlaceFileEditCtrl::changeEvent(QEvent* event)
@@ -248,6 +252,7 @@ void CInPlaceFileEditCtrl::layoutButton()
     m_buttonRect = QRect(left ? inner.left() : inner.right() + 1 - buttonWidth, inner.top(),
                          buttonWidth, inner.height());
     setInnerMargins(left ? buttonWidth : 0, left ? 0 : buttonWidth);
+    updateToolTips();
     update();
 }
 

@@ -12,6 +12,7 @@
 
 class CKvUiFolderBrowser;
 class CKvUiNavDialog;
+class CZuToolTipCtrl;
 class QMimeData;
 
 /// An in-place editor for file or folder paths, with a browse button inside its frame.
@@ -102,6 +103,9 @@ public:
     /// The file dialog, made by the first file browse; null before and in folder mode.
     CKvUiNavDialog* NavDialog() const { return m_navDialog.get(); }
     bool IsBrowsing() const { return m_browsing; }
+    /// The tool tips of the button (tool 1) and the text (tool 2); null while neither flag asks
+    /// for one.
+    CZuToolTipCtrl* ToolTipCtrl() const { return m_toolTip; }
 
     /// Browses as the flags say; true when the text was replaced.
     bool Browse();
@@ -113,7 +117,6 @@ signals:
                       bool* refuse);
 
 protected:
-    bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -131,7 +134,7 @@ private:
     bool isFileMode() const { return !(m_flags & BrowseFolder); }
     void layoutButton();
     void paintButton(QPainter& painter) const;
-    void showToolTip(const QPoint& pos, const QPoint& globalPos);
+    void updateToolTips();
     /// The local files of a drag: the first only unless several files may be chosen.
     QStringList droppedFiles(const QMimeData* data) const;
     bool browseForFile();
@@ -152,6 +155,7 @@ private:
     std::unique_ptr<CKvUiNavDialog> m_navDialog;
     std::unique_ptr<CKvUiFolderBrowser> m_folderBrowser;
     QRect m_buttonRect;
+    CZuToolTipCtrl* m_toolTip = nullptr;
     bool m_buttonDown = false;    // pressed on the button, mouse not yet released
     bool m_buttonPressed = false; // ... and the mouse is over the button
     bool m_buttonHover = false;

@@ -1,17 +1,17 @@
 #include "InPlaceEditorTestHost.h"
+#include "framework/ZuToolTipCtrl.h"
 #include "support/FileDialogStandIn.h"
 #include "support/QtPrinters.h"
 #include "support/ScopedOverrides.h"
 #include "support/ShortcutFileBuilder.h"
 #include "views/InPlaceFileEditCtrl.h"
 
+#include <QCursor>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QHelpEvent>
 #include <QMimeData>
 #include <QPointer>
 #include <QTemporaryDir>
-#include <QToolTip>
 #include <QUrl>
 
 namespace {
@@ -250,25 +250,33 @@ TEST_F(InPlaceFileEditCtrlTest, folderBrowseStartsAtTheTextAndReplacesIt)
 
 TEST_F(InPlaceFileEditCtrlTest, toolTipsShowWhatTheirFlagsAsk)
 {
-    auto tipAt = [](Ctrl* editor, QPoint pos) {
-        QToolTip::hideText(); // hides after a moment; a tip still showing would be reused
-        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 2000));
-        QHelpEvent help(QEvent::ToolTip, pos, editor->mapToGlobal(pos));
-        QCoreApplication::sendEvent(editor, &help);
-        return QToolTip::isVisible() ? QToolTip::text() : QString();
-    };
+    // The pointer rests away from the window; only the moves sent here count.
+    QCursor::setPos(790, 590);
     const QString text = QStringLiteral("/projects/tower/plan.dwg");
     Ctrl* editor = open(text, Ctrl::BrowseOpen | Ctrl::ButtonTip | Ctrl::TextTip);
+    ASSERT_NE(editor->ToolTipCtrl(), nullptr);
+    CZuToolTipCtrl& tip = *editor->ToolTipCtrl();
+    tip.SetDelayTime(CZuToolTipCtrl::Initial, 10);
+    tip.SetDelayTime(CZuToolTipCtrl::ReShow, 5);
+    auto shownAt = [&](QPoint pos) {
+        QMouseEvent move(QEvent::MouseMove, pos, editor->mapToGlobal(pos), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(editor, &move);
+        QTest::qWait(100);
+        return tip.ShownText();
+    };
     const QPoint onButton = editor->ButtonRect().center();
     const QPoint onText(8, editor->height() / 2);
-    EXPECT_EQ(tipAt(editor, onButton), QStringLiteral("Browse"));
-    EXPECT_EQ(tipAt(editor, onText), text);
+    EXPECT_EQ(shownAt(onButton), QStringLiteral("Browse"));
+    EXPECT_EQ(shownAt(onText), text);
+    editor->setText(QStringLiteral("/other.dwg"));
+    EXPECT_EQ(tip.GetText(editor, 2), QStringLiteral("/other.dwg")) << "the tip follows the text";
 
     ASSERT_TRUE(editor->SetFlags(Ctrl::BrowseOpen | Ctrl::ButtonTip));
-    EXPECT_EQ(tipAt(editor, onText), QString());
-    ASSERT_TRUE(editor->SetFlags(Ctrl::BrowseOpen | Ctrl::TextTip));
-    EXPECT_EQ(tipAt(editor, onButton), QString());
-    QToolTip::hideText();
+    EXPECT_FALSE(tip.HasTool(editor, 2));
+    EXPECT_TRUE(tip.HasTool(editor, 1));
+    ASSERT_TRUE(editor->SetFlags(Ctrl::BrowseOpen));
+    EXPECT_EQ(editor->ToolTipCtrl(), nullptr);
 }
 
 TEST_F(InPlaceFileEditCtrlTest, namesReadBackAsFullPathsWithShortcutsFollowed)
