@@ -1,5 +1,7 @@
 #include "framework/ZuToolTipCtrl.h"
 
+#include "framework/ZuUiTheme.h"
+
 #include <QApplication>
 #include <QEnterEvent>
 #include <QHelpEvent>
@@ -360,6 +362,14 @@ void CZuToolTipCtrl::showTip()
     const QRect area = tool->rect.isEmpty() ? tool->widget->rect() : tool->rect;
     m_shown = m_hot;
     m_shownText = tool->text;
+    // Tips wear the host theme like every other control of the framework.
+    const CZuUiTheme& theme = CZuUiTheme::Instance();
+    QPalette palette = QToolTip::palette();
+    palette.setColor(QPalette::ToolTipBase, theme.GetColor(CZuUiTheme::ToolTipBackground));
+    palette.setColor(QPalette::ToolTipText, theme.GetColor(CZuUiTheme::ToolTipText));
+    palette.setColor(QPalette::Window, theme.GetColor(CZuUiTheme::ToolTipBackground));
+    palette.setColor(QPalette::WindowText, theme.GetColor(CZuUiTheme::ToolTipText));
+    QToolTip::setPalette(palette);
     QToolTip::showText(m_globalPos, tool->text, tool->widget, area, m_autoPop);
 }
 

@@ -7,10 +7,12 @@
 #include "support/ScopedOverrides.h"
 
 #include "framework/ZuUiTheme.h"
+#include "resources/TroveResources.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QImage>
+#include <QToolTip>
 
 #include <string>
 
@@ -108,6 +110,26 @@ TEST_P(ToolBarPicture, drawsEveryButtonInTheTheme)
     for (int y = path.top(); y <= path.bottom(); ++y)
         for (int x = path.left(); x <= path.right(); ++x)
             ASSERT_TRUE(isGrey(states.pixelColor(x, y))) << x << "," << y;
+
+    // The pointer comes to rest on the refresh button: its tip shows, in the theme's colours.
+    QWidget* refreshButton = b->RefreshButton();
+    QEnterEvent enter(QPointF(4, 4), QPointF(4, 4), refreshButton->mapToGlobal(QPointF(4, 4)));
+    QApplication::sendEvent(refreshButton, &enter);
+    QWidget* label = nullptr;
+    for (int waited = 0; waited < 2000 && !label; waited += 10) {
+        QTest::qWait(10);
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->inherits("QTipLabel") && widget->isVisible())
+                label = widget;
+        }
+    }
+    ASSERT_TRUE(label);
+    EXPECT_EQ(b->ToolTip()->ShownText(), TroveUI::ResString(1036));
+    const QImage tip = label->grab().toImage();
+    ASSERT_TRUE(tip.save(PicturePath("toolbar_tip")));
+    EXPECT_EQ(tip.pixelColor(tip.width() - 2, tip.height() / 2),
+              colours.GetColor(CZuUiTheme::ToolTipBackground));
+    QToolTip::hideText();
 }
 
 INSTANTIATE_TEST_SUITE_P(ThemesAndScales, ToolBarPicture,
