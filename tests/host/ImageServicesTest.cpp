@@ -8,9 +8,13 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QImageWriter>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QTemporaryDir>
+
+#include <cstdint>
+#include <vector>
 
 namespace {
 
@@ -47,6 +51,62 @@ QByteArray withHeaderSize(QByteArray png, quint32 width, quint32 height)
     for (int i = 0; i < 4; ++i)
         png[29 + i] = char(crc >> (24 - 8 * i));
     return png;
+}
+
+// Qt reads GIF but does not write it: a one-colour GIF, LZW-coded with a clear code after
+// every second pixel so that every code stays three bits wide.
+QByteArray gifBytes(int width, int height, QRgb color)
+{
+    QByteArray gif("GIF89a");
+    const auto u16 = [&gif](int v) {
+        gif.append(char(v & 0xFF));
+        gif.append(char(v >> 8));
+    };
+    u16(width);
+    u16(height);
+    gif.append(char(0x81)); // global table of 4 entries
+    gif.append(char(0));
+    gif.append(char(0));
+    for (int i = 0; i < 4; ++i) {
+        gif.append(char(qRed(color)));
+        gif.append(char(qGreen(color)));
+        gif.append(char(qBlue(color)));
+    }
+    gif.append(',');
+    u16(0);
+    u16(0);
+    u16(width);
+    u16(height);
+    gif.append(char(0));
+    gif.append(char(2)); // minimum code size
+    QByteArray data;
+    std::uint32_t bits = 0;
+    int count = 0;
+    const auto code = [&](unsigned c) {
+        bits |= c << count;
+        count += 3;
+        while (count >= 8) {
+            data.append(char(bits & 0xFF));
+            bits >>= 8;
+            count -= 8;
+        }
+    };
+    for (int i = 0; i < width * height; ++i) {
+        if (i % 2 == 0)
+            code(4);
+        code(0);
+    }
+    code(5);
+    if (count > 0)
+        data.append(char(bits & 0xFF));
+    for (int at = 0; at < data.size(); at += 255) {
+        const QByteArray block = data.mid(at, 255);
+        gif.append(char(block.size()));
+        gif.append(block);
+    }
+    gif.append(char(0));
+    gif.append(';');
+    return gif;
 }
 
 } // namespace
@@ -122,6 +182,36 @@ TEST(RasterImageDef, loadsWithinTheWorkingSizeAndMakesSmallerThumbnails)
     ASSERT_TRUE(def->load(128, 128));
     EXPECT_EQ(def->getThumbnailDib(50, 50)->Header()->biWidth, 12);
     EXPECT_EQ(def->getThumbnailDib(0, 50), nullptr);
+}
+
+TEST(RasterImageDef, readsTheCommonImageFormats)
+{
+    QTemporaryDir dir;
+    const QImage wide = solid(400, 200, qRgb(30, 60, 90));
+    std::vector<QString> files;
+    for (const char* format : {"PNG", "JPEG", "BMP", "TIFF"}) {
+        if (!QImageWriter::supportedImageFormats().contains(QByteArray(format).toLower()))
+            continue;
+        files.push_back(dir.filePath(QStringLiteral("wide.%1").arg(format)));
+        ASSERT_TRUE(wide.save(files.back(), format)) << format;
+    }
+    QFile gif(dir.filePath("wide.gif")); // Qt reads GIF but cannot write it
+    ASSERT_TRUE(gif.open(QIODevice::WriteOnly));
+    gif.write(gifBytes(400, 200, qRgb(30, 60, 90)));
+    gif.close();
+    files.push_back(gif.fileName());
+
+    KvDbRasterImageDef def;
+    for (const QString& file : files) {
+        def.setSourceFileName(file);
+        ASSERT_TRUE(def.load(128, 128)) << file.toStdString();
+        EXPECT_EQ(def.loadedImage().size(), QSize(128, 64)) << file.toStdString();
+        const PackedDib* thumbnail = def.getThumbnailDib(50, 50);
+        ASSERT_NE(thumbnail, nullptr) << file.toStdString();
+        const QImage picture = thumbnail->ToImage();
+        EXPECT_EQ(picture.size(), QSize(50, 25)) << file.toStdString();
+        EXPECT_NEAR(qBlue(picture.pixel(25, 12)), 90, 8) << file.toStdString();
+    }
 }
 
 TEST(RasterImageDef, rendersThePdfFirstPageToFitTheBox)

@@ -122,19 +122,6 @@ TEST_F(GroupPages, keyboardSwitchesPagesAndCollapses)
     EXPECT_FALSE(group->IsCollapsed());
 }
 
-TEST(GroupHeader, heightFollowsTheVerticalScaleUnlessSet)
-{
-    CXrefGroupCtrl group;
-    for (const auto& [scale, height] : {std::pair{1.0, 22}, {1.25, 28}, {1.5, 33}, {2.0, 44}}) {
-        ScopedDpiScale dpi(3.0, scale);
-        EXPECT_EQ(group.GetHeaderHeight(), height) << scale;
-    }
-    group.SetHeaderHeight(30);
-    EXPECT_EQ(group.GetHeaderHeight(), 30);
-    group.SetHeaderHeight(-1);
-    EXPECT_EQ(group.GetHeaderHeight(), 22);
-}
-
 TEST(GroupHeader, pageButtonsShowTheLibraryIconOfTheThemeNamedByTheKey)
 {
     ScopedTheme light(false);
