@@ -1,0 +1,57 @@
+#pragma once
+
+#include "items/XrefPanelCtrlItem.h"
+#include "items/XrefPanelCtrlItemTypes.h"
+
+#include <functional>
+
+/// An item class for tests: the host's pure operations answer from switches, and the protected
+/// operations a host class would use are public.
+class TestXrefItem : public CXrefPanelCtrlItem
+{
+public:
+    explicit TestXrefItem(CXrefPanelCtrl& panel, bool hostDwg = false)
+        : CXrefPanelCtrlItem(panel), hostDwg(hostDwg)
+    {}
+
+    bool hostDwg = false;
+    bool pendingRelativePath = false;
+    bool dataLink = false;
+    bool image = false;
+    bool sortItem = true;
+    /// Decides IsPropertyEditable; null: nothing is editable.
+    std::function<bool(XrefProperties, int)> editable;
+
+    bool IsSortItem() const override { return sortItem; }
+    bool IsHostDwgItem() const override { return hostDwg; }
+    bool IsDataLinkItem() const override { return dataLink; }
+    bool IsImageItem() const override { return image; }
+    bool HostOperation4() const override { return false; }
+    bool HostOperation6() const override { return false; }
+    bool HostOperation9() const override { return false; }
+    bool HostOperation10() const override { return false; }
+    bool IsPropertyEditable(XrefProperties property, int column) const override
+    {
+        return editable && editable(property, column);
+    }
+    bool isPendingRelativePath() const override { return pendingRelativePath; }
+
+    using CXrefPanelCtrlItem::EditTextStyle;
+    using CXrefPanelCtrlItem::FormatDisplayText;
+    using CXrefPanelCtrlItem::GetTypeIcon;
+    using CXrefPanelCtrlItem::GetTypeOverlayIcon;
+    using CXrefPanelCtrlItem::ParseDisplayText;
+    using CXrefPanelCtrlItem::SetProperty;
+    using CXrefPanelCtrlItem::SetTypeIcon;
+    using CXrefPanelCtrlItem::SetTypeOverlayIcon;
+};
+
+/// The registry's protected operations, opened for tests.
+class TestItemTypes : public CXrefPanelCtrlItemTypes
+{
+public:
+    using CXrefPanelCtrlItemTypes::Create;
+    using CXrefPanelCtrlItemTypes::RegisterIcon;
+    using CXrefPanelCtrlItemTypes::RegisterType;
+    using CXrefPanelCtrlItemTypes::TypeName;
+};
