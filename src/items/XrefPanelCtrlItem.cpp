@@ -9,6 +9,10 @@
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel.h"
 
+#include <QDateTime>
+
+#include <limits>
+
 namespace {
 
 constexpr unsigned kStateImageMask = 0xF000;
@@ -46,6 +50,23 @@ RefStatus::RefIcon clampOverlay(RefStatus::RefIcon overlay)
     return CXrefPanelCtrl::IsValidRefStatusIcon(overlay) ? overlay : RefStatus::Blank;
 }
 
+// The local time for a new item's date. Reading the local clock looks the time zone up each
+// time, which costs a file check; hosts create items by the hundred thousand, so the zone offset
+// is looked up once a second at most and applied to the cheap UTC reading.
+Util::DateTime localNow()
+{
+    static thread_local qint64 checkedAt = std::numeric_limits<qint64>::min();
+    static thread_local int offsetSeconds = 0;
+    const qint64 utc = QDateTime::currentMSecsSinceEpoch();
+    if (utc - checkedAt > 1000 || utc < checkedAt) {
+        offsetSeconds = QDateTime::currentDateTime().offsetFromUtc();
+        checkedAt = utc;
+    }
+    const QDateTime local =
+        QDateTime::fromMSecsSinceEpoch(utc + qint64(offsetSeconds) * 1000, Qt::UTC);
+    return Util::DateTime(local.date(), local.time());
+}
+
 unsigned stateImageBits(unsigned index)
 {
     return index == 0 ? 0u : index << 12;
@@ -55,7 +76,7 @@ unsigned stateImageBits(unsigned index)
 
 CXrefPanelCtrlItem::CXrefPanelCtrlItem(CXrefPanelCtrl& panel)
     : m_panel(panel), m_listCtrl(panel.GetListCtrl()), m_treeCtrl(panel.GetTreeCtrl()),
-      m_date(Util::DateTime::get_Now())
+      m_date(localNow())
 {
     m_panel.SetDetailsProperty(*this, XrefProperties::FileVersion);
 }
@@ -163,7 +184,10 @@ std::wstring CXrefPanelCtrlItem::GetText() const
 void CXrefPanelCtrlItem::SetText(const std::wstring& text)
 {
     // One string for both views: the node and the name cell share its storage.
-    const QString display = QString::fromStdWString(FormatDisplayText(text));
+    QString display = QString::fromStdWString(text);
+    if (!text.empty() && IsHostDwgItem() && m_panel.IsHostModStatusEnabled() &&
+        m_panel.IsHostModified())
+        display = QString::fromStdWString(FormatDisplayText(text));
     if (m_treeCtrl)
         m_treeCtrl->Model().SetText(m_treeItem, display);
     if (m_listCtrl)

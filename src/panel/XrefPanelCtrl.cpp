@@ -188,6 +188,39 @@ void CXrefPanelCtrl::SetDetailsProperty(const CXrefPanelCtrlItem& item, XrefProp
     // panel yet.
 }
 
+void CXrefPanelCtrl::BeginUpdate()
+{
+    if (m_listCtrl) {
+        m_listCtrl->setUpdatesEnabled(false);
+        m_listCtrl->Model().BeginBatch();
+    }
+    if (m_treeCtrl) {
+        m_treeCtrl->setUpdatesEnabled(false);
+        m_treeCtrl->BeginBatch();
+    }
+}
+
+void CXrefPanelCtrl::EndUpdate()
+{
+    if (m_listCtrl) {
+        m_listCtrl->Model().EndBatch();
+        m_listCtrl->setUpdatesEnabled(true);
+        m_listCtrl->viewport()->update();
+    }
+    if (m_treeCtrl) {
+        m_treeCtrl->EndBatch();
+        m_treeCtrl->setUpdatesEnabled(true);
+        m_treeCtrl->viewport()->update();
+    }
+    UpdateCurrentSelection();
+}
+
+void CXrefPanelCtrl::UpdateCurrentSelection()
+{
+    const std::vector<CXrefPanelCtrlItem*> selection = m_selectedItems;
+    OnItemsSelected(selection, true);
+}
+
 void CXrefPanelCtrl::InsertRootItem(CXrefPanelCtrlItem& item)
 {
     if (!m_treeCtrl || !m_listCtrl)
@@ -266,6 +299,11 @@ void CXrefPanelCtrl::DeleteTreeItem(CXrefPanelCtrlItem& item)
 void CXrefPanelCtrl::DeleteAllItems()
 {
     clearSelection();
+    // The rows go first, all at once: every one of them is going, and removing them one by one
+    // as their items are reported would renumber the rows behind each of them. The host is told
+    // about each item all the same.
+    if (m_listCtrl)
+        m_listCtrl->DeleteAllItems();
     if (m_treeCtrl) {
         const HTREEITEM root = m_treeCtrl->GetRootItem();
         if (root) {
@@ -278,8 +316,6 @@ void CXrefPanelCtrl::DeleteAllItems()
         }
         m_treeCtrl->DeleteAllItems();
     }
-    if (m_listCtrl)
-        m_listCtrl->DeleteAllItems();
     m_selectedItems.clear();
 }
 

@@ -193,6 +193,14 @@ public:
 
     // --- Items ----------------------------------------------------------------------------------
 
+    /// Starts a fill: neither view redraws or relays out until EndUpdate.
+    void BeginUpdate();
+    /// Ends a fill: both views take the new rows and nodes in one step and repaint, and the
+    /// current selection is applied again.
+    void EndUpdate();
+    /// Hands a copy of the current selection to OnItemsSelected.
+    void UpdateCurrentSelection();
+
     /// Inserts the host drawing's item at the tree's root and gives it a list row.
     void InsertRootItem(CXrefPanelCtrlItem& item);
     /// Inserts @p item under @p parent. With @p sharedWith (an item that has a list row) the new

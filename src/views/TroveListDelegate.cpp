@@ -41,8 +41,9 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
                                                             ItemPainting::IconRect(cell, left));
             left += iconSize.width() + ItemPainting::Gap();
         }
-        ItemPainting::DrawText(
-            painter, opt, QRect(left, cell.top(), cell.right() - left, cell.height()), row->status);
+        ItemPainting::DrawText(painter, opt,
+                               QRect(left, cell.top(), cell.right() - left, cell.height()),
+                               m_list.Model().CellText(index.row(), column));
         break;
     }
     default:

@@ -10,9 +10,9 @@
 namespace {
 
 constexpr std::int64_t kMsecsPerDay = 86400000;
-// Status and type texts repeat across rows; sharing one copy of each keeps rows small. The pool
-// is bounded so that a host that writes a different text into every row cannot grow it forever.
-constexpr int kMaxInternedTexts = 1024;
+// Status and type texts repeat across rows, so rows keep a small index into one table of them.
+// The table is bounded; texts beyond it are kept in the row itself.
+constexpr int kMaxSharedTexts = 4096;
 
 std::int64_t toMsecs(const Util::DateTime& date)
 {
@@ -34,13 +34,26 @@ int otherTextSlot(int column)
         return 0;
     case 1:
         return 1;
-    case 4:
+    case 3:
         return 2;
-    case 6:
+    case 4:
         return 3;
+    case 5:
+        return 4;
+    case 6:
+        return 5;
     default:
         return -1;
     }
+}
+
+void setOtherText(CTroveListRow& row, int column, const QString& text)
+{
+    if (text.isEmpty() && !row.otherTexts)
+        return;
+    if (!row.otherTexts)
+        row.otherTexts = std::make_unique<std::array<QString, 6>>();
+    (*row.otherTexts)[otherTextSlot(column)] = text;
 }
 
 QString otherText(const CTroveListRow& row, int column)
@@ -66,7 +79,7 @@ CTroveListModel::~CTroveListModel()
 
 int CTroveListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    return parent.isValid() ? 0 : m_announcedRows;
 }
 
 int CTroveListModel::columnCount(const QModelIndex& parent) const
@@ -109,10 +122,17 @@ Qt::ItemFlags CTroveListModel::flags(const QModelIndex& index) const
 int CTroveListModel::AppendRow(CTroveListCtrlItem& data)
 {
     const int row = int(m_rows.size());
+    if (m_batchDepth > 0) {
+        m_rows.emplace_back();
+        m_rows.back().data = &data;
+        data.m_row = row;
+        return row;
+    }
     beginInsertRows(QModelIndex(), row, row);
     m_rows.emplace_back();
     m_rows.back().data = &data;
     data.m_row = row;
+    m_announcedRows = int(m_rows.size());
     endInsertRows();
     return row;
 }
@@ -121,6 +141,7 @@ bool CTroveListModel::RemoveRow(int row)
 {
     if (row < 0 || row >= int(m_rows.size()))
         return false;
+    announceRows();
     beginRemoveRows(QModelIndex(), row, row);
     if (CTroveListCtrlItem* data = m_rows[row].data)
         data->m_row = -1;
@@ -129,6 +150,7 @@ bool CTroveListModel::RemoveRow(int row)
         if (m_rows[i].data)
             m_rows[i].data->m_row = i;
     }
+    m_announcedRows = int(m_rows.size());
     endRemoveRows();
     return true;
 }
@@ -143,6 +165,9 @@ void CTroveListModel::RemoveAllRows()
             row.data->m_row = -1;
     }
     m_rows.clear();
+    m_announcedRows = 0;
+    m_sharedTexts = QStringList{QString()};
+    m_sharedTextIds.clear();
     endResetModel();
 }
 
@@ -168,13 +193,13 @@ QString CTroveListModel::CellText(int row, int column) const
     case 2:
         return r->name;
     case 3:
-        return r->status;
+        return r->statusText ? m_sharedTexts[r->statusText] : otherText(*r, column);
     case 4:
         if (r->sizeKind == CTroveListRow::CellKind::Value)
             return QString::fromStdWString(TroveUI::FormatByteSize(r->bytes));
         return otherText(*r, column);
     case 5:
-        return r->type;
+        return r->typeText ? m_sharedTexts[r->typeText] : otherText(*r, column);
     case 6:
         if (r->dateKind == CTroveListRow::CellKind::Value)
             return fromMsecs(r->dateMsecs).ToString(QStringLiteral("G"));
@@ -196,11 +221,12 @@ bool CTroveListModel::SetCellText(int row, int column, const QString& text)
         r.name = text;
         break;
     case 3:
-        r.status = intern(text);
+    case 5: {
+        const int id = sharedTextId(text);
+        (column == 3 ? r.statusText : r.typeText) = std::uint16_t(std::max(id, 0));
+        setOtherText(r, column, id < 0 ? text : QString());
         break;
-    case 5:
-        r.type = intern(text);
-        break;
+    }
     case 7:
         r.savedPath = text;
         break;
@@ -211,11 +237,7 @@ bool CTroveListModel::SetCellText(int row, int column, const QString& text)
         else if (column == 6)
             r.dateKind =
                 text.isEmpty() ? CTroveListRow::CellKind::Empty : CTroveListRow::CellKind::Text;
-        if (text.isEmpty() && !r.otherTexts)
-            break;
-        if (!r.otherTexts)
-            r.otherTexts = std::make_unique<std::array<QString, 4>>();
-        (*r.otherTexts)[otherTextSlot(column)] = text;
+        setOtherText(r, column, text);
         break;
     }
     }
@@ -293,7 +315,8 @@ bool CTroveListModel::SetItemState(int row, unsigned state, unsigned mask)
             return true;
         for (CTroveListRow& r : m_rows)
             apply(r);
-        emit dataChanged(index(0, 0), index(int(m_rows.size()) - 1, kColumnCount - 1));
+        if (m_announcedRows > 0)
+            emit dataChanged(index(0, 0), index(m_announcedRows - 1, kColumnCount - 1));
         return true;
     }
     if (row < 0 || row >= int(m_rows.size()))
@@ -306,6 +329,7 @@ bool CTroveListModel::SetItemState(int row, unsigned state, unsigned mask)
 void CTroveListModel::SortRows(
     const std::function<bool(const CTroveListRow&, const CTroveListRow&)>& lessThan)
 {
+    announceRows();
     const int count = int(m_rows.size());
     if (count < 2)
         return;
@@ -339,19 +363,61 @@ void CTroveListModel::SetHeaderTexts(const QStringList& texts)
     emit headerDataChanged(Qt::Horizontal, 0, kColumnCount - 1);
 }
 
-void CTroveListModel::rowChanged(int row, int firstColumn, int lastColumn)
+void CTroveListModel::BeginBatch()
 {
-    emit dataChanged(index(row, firstColumn), index(row, lastColumn));
+    ++m_batchDepth;
 }
 
-QString CTroveListModel::intern(const QString& text)
+void CTroveListModel::EndBatch()
+{
+    if (m_batchDepth > 0 && --m_batchDepth == 0)
+        announceRows();
+}
+
+void CTroveListModel::announceRows()
+{
+    const int count = int(m_rows.size());
+    if (m_announcedRows >= count)
+        return;
+    beginInsertRows(QModelIndex(), m_announcedRows, count - 1);
+    m_announcedRows = count;
+    endInsertRows();
+}
+
+void CTroveListModel::rowChanged(int row, int, int)
+{
+    // A fill writes every cell of every row; one announcement per batch instead of one per
+    // cell keeps the views out of the way.
+    if (m_changedFirst < 0) {
+        m_changedFirst = m_changedLast = row;
+        QMetaObject::invokeMethod(this, &CTroveListModel::FlushChanges, Qt::QueuedConnection);
+        return;
+    }
+    m_changedFirst = std::min(m_changedFirst, row);
+    m_changedLast = std::max(m_changedLast, row);
+}
+
+void CTroveListModel::FlushChanges()
+{
+    const int first = m_changedFirst;
+    const int last = std::min(m_changedLast, m_announcedRows - 1);
+    m_changedFirst = m_changedLast = -1;
+    if (first < 0 || first > last)
+        return;
+    emit dataChanged(index(first, 0), index(last, kColumnCount - 1));
+}
+
+int CTroveListModel::sharedTextId(const QString& text)
 {
     if (text.isEmpty())
-        return {};
-    const auto found = m_internedTexts.constFind(text);
-    if (found != m_internedTexts.constEnd())
-        return *found;
-    if (m_internedTexts.size() < kMaxInternedTexts)
-        m_internedTexts.insert(text);
-    return text;
+        return 0;
+    const auto found = m_sharedTextIds.constFind(text);
+    if (found != m_sharedTextIds.constEnd())
+        return found.value();
+    if (m_sharedTexts.size() >= kMaxSharedTexts)
+        return -1;
+    m_sharedTexts.push_back(text);
+    const int id = int(m_sharedTexts.size()) - 1;
+    m_sharedTextIds.insert(text, id);
+    return id;
 }

@@ -5,7 +5,8 @@
 #include "views/TroveListRow.h"
 
 #include <QAbstractTableModel>
-#include <QSet>
+#include <QHash>
+#include <QStringList>
 
 #include <deque>
 #include <functional>
@@ -71,11 +72,30 @@ public:
     /// The header texts of the eight columns.
     void SetHeaderTexts(const QStringList& texts);
 
+    /// While a batch is open, appended rows are kept but not yet announced to the views: a fill
+    /// of 100,000 rows is then one insertion for them. Removing or sorting rows ends the batch's
+    /// quiet part first. Calls nest.
+    void BeginBatch();
+    void EndBatch();
+    bool InBatch() const { return m_batchDepth > 0; }
+
+    /// Cell writes are announced (dataChanged) in one batch when control returns to the event
+    /// loop; this announces them now.
+    void FlushChanges();
+
 private:
     void rowChanged(int row, int firstColumn, int lastColumn);
-    QString intern(const QString& text);
+    /// The shared-text index of @p text (0 for the empty text), or -1 when the table is full.
+    int sharedTextId(const QString& text);
 
     std::deque<CTroveListRow> m_rows;
     QStringList m_headerTexts;
-    QSet<QString> m_internedTexts;
+    QStringList m_sharedTexts{QString()};
+    QHash<QString, int> m_sharedTextIds;
+    void announceRows();
+
+    int m_batchDepth = 0;
+    int m_announcedRows = 0;
+    int m_changedFirst = -1;
+    int m_changedLast = -1;
 };

@@ -21,15 +21,16 @@ struct CTroveListRow
 
     CTroveListCtrlItem* data = nullptr; ///< the row's item data
     QString name;                       ///< column 2
-    QString status;                     ///< column 3
-    QString type;                       ///< column 5
     QString savedPath;                  ///< column 7
     std::int64_t bytes = 0;             ///< column 4 when sizeKind is Value
     std::int64_t dateMsecs = 0; ///< column 6 when dateKind is Value: msecs since 1 Jan 4713 BC
-    /// Free texts of columns 0, 1, 4 and 6; rarely used, so allocated on demand.
-    std::unique_ptr<std::array<QString, 4>> otherTexts;
+    /// Texts of the other columns that are neither shared nor typed; rarely used, so allocated
+    /// on demand. Slots: columns 0, 1, 3, 4, 5, 6.
+    std::unique_ptr<std::array<QString, 6>> otherTexts;
     std::int32_t typeImage = -2;   ///< column 1; -2 is no image
     std::int32_t statusImage = -2; ///< column 3
+    std::uint16_t statusText = 0;  ///< column 3, an index into the model's shared texts
+    std::uint16_t typeText = 0;    ///< column 5, likewise
     std::uint16_t state = 0;       ///< overlay number in bits 8-11, state image in bits 12-15
     CellKind sizeKind = CellKind::Empty;
     CellKind dateKind = CellKind::Empty;

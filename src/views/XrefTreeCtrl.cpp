@@ -36,6 +36,7 @@ HTREEITEM CXrefTreeCtrl::InsertItem(CXrefPanelCtrlItem& item, HTREEITEM parent)
 
 bool CXrefTreeCtrl::DeleteItem(HTREEITEM node)
 {
+    settleBatch();
     return m_model->RemoveNode(node);
 }
 
@@ -43,24 +44,30 @@ bool CXrefTreeCtrl::DeleteChildren(HTREEITEM node)
 {
     if (!node)
         return true;
-    // Always the first child: each deletion renumbers the rest.
-    while (!node->children.empty()) {
-        const HTREEITEM child = node->children.front().get();
+    settleBatch();
+    // Each child is reported and its item destroyed in order, but the nodes leave the model in
+    // one step at the end: removing them one by one would renumber the siblings every time.
+    for (std::size_t i = 0; i < node->children.size(); ++i) {
+        const HTREEITEM child = node->children[i].get();
         if (!DeleteChildren(child))
             return false;
         CXrefPanelCtrlItem* item = child->item;
-        if (item)
-            emit ItemToBeDeleted(item);
-        if (!m_model->RemoveNode(child))
-            return false;
-        // The item's node handle was cleared with the node.
+        if (!item)
+            continue;
+        emit ItemToBeDeleted(item);
+        if (child->item != item)
+            continue; // the item went while it was being reported
+        child->item = nullptr;
+        if (item->m_treeItem == child)
+            item->m_treeItem = nullptr;
         delete item;
     }
-    return true;
+    return m_model->RemoveChildren(node);
 }
 
 void CXrefTreeCtrl::DeleteAllItems()
 {
+    settleBatch();
     m_model->RemoveAll();
 }
 
@@ -87,7 +94,33 @@ int CXrefTreeCtrl::GetCount() const
 
 void CXrefTreeCtrl::Expand(HTREEITEM node)
 {
-    if (node)
+    if (!node)
+        return;
+    // The view cannot expand a node it has not been told about yet.
+    if (m_model->InBatch())
+        m_pendingExpansions.push_back(node);
+    else
+        expand(m_model->IndexOf(node));
+}
+
+void CXrefTreeCtrl::BeginBatch()
+{
+    m_model->BeginBatch();
+}
+
+void CXrefTreeCtrl::EndBatch()
+{
+    m_model->EndBatch();
+    if (!m_model->InBatch())
+        settleBatch();
+}
+
+void CXrefTreeCtrl::settleBatch()
+{
+    m_model->AnnounceNodes();
+    const std::vector<HTREEITEM> expansions = std::move(m_pendingExpansions);
+    m_pendingExpansions.clear();
+    for (HTREEITEM node : expansions)
         expand(m_model->IndexOf(node));
 }
 

@@ -42,6 +42,11 @@ public:
     int GetCount() const;
     void Expand(HTREEITEM node);
     bool IsExpanded(HTREEITEM node) const;
+    /// Between these, insertions are one batch for the view (see CXrefTreeModel::BeginBatch);
+    /// expansions asked for meanwhile happen at the end.
+    void BeginBatch();
+    void EndBatch();
+
     /// The selected node's item, or none.
     std::vector<CXrefPanelCtrlItem*> GetSelectedItems() const;
 
@@ -56,8 +61,11 @@ signals:
 
 private:
     void applyTheme();
+    /// Announces the batch's nodes so far and makes the expansions waiting for them.
+    void settleBatch();
 
     CXrefTreeModel* m_model;
     CZuUiImageList m_stateImageList;
     bool m_stateImageFlag;
+    std::vector<HTREEITEM> m_pendingExpansions;
 };

@@ -19,7 +19,9 @@ void CXrefTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const QRect cell = option.rect;
     const int gap = ItemPainting::Gap();
     int left = cell.left() + CZuUiHiDpi::ScaleX(1);
-    if (node->StateImage() > 0) {
+    // With repository state images in use every node keeps their slot, so that the type icons
+    // line up whether a node has a state or not.
+    if (m_tree.StateImageList().GetImageCount() > 0) {
         m_tree.StateImageList().DrawState(*painter, node->StateImage(),
                                           ItemPainting::IconRect(cell, left));
         left += ItemPainting::IconSize().width() + gap;

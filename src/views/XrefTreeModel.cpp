@@ -17,7 +17,7 @@ QModelIndex CXrefTreeModel::index(int row, int column, const QModelIndex& parent
     const std::vector<std::unique_ptr<CXrefTreeNode>>* siblings = &m_top;
     if (parent.isValid())
         siblings = &NodeOf(parent)->children;
-    if (row >= int(siblings->size()))
+    if (row >= rowCount(parent))
         return {};
     return createIndex(row, 0, (*siblings)[row].get());
 }
@@ -30,11 +30,15 @@ QModelIndex CXrefTreeModel::parent(const QModelIndex& child) const
 
 int CXrefTreeModel::rowCount(const QModelIndex& parent) const
 {
-    if (!parent.isValid())
-        return int(m_top.size());
-    if (parent.column() != 0)
+    if (parent.isValid() && parent.column() != 0)
         return 0;
-    return int(NodeOf(parent)->children.size());
+    const HTREEITEM node = NodeOf(parent);
+    if (!m_announcedChildren.isEmpty()) {
+        const auto announced = m_announcedChildren.constFind(node);
+        if (announced != m_announcedChildren.constEnd())
+            return announced.value();
+    }
+    return int(node ? node->children.size() : m_top.size());
 }
 
 int CXrefTreeModel::columnCount(const QModelIndex&) const
@@ -61,7 +65,13 @@ HTREEITEM CXrefTreeModel::InsertNode(CXrefPanelCtrlItem& item, HTREEITEM parent)
 {
     std::vector<std::unique_ptr<CXrefTreeNode>>& siblings = parent ? parent->children : m_top;
     const int row = int(siblings.size());
-    beginInsertRows(IndexOf(parent), row, row);
+    const bool quiet = m_batchDepth > 0;
+    if (quiet && !m_announcedChildren.contains(parent)) {
+        m_announcedChildren.insert(parent, row);
+        m_quietParents.push_back(parent);
+    }
+    if (!quiet)
+        beginInsertRows(IndexOf(parent), row, row);
     auto node = std::make_unique<CXrefTreeNode>();
     node->item = &item;
     node->parent = parent;
@@ -69,7 +79,8 @@ HTREEITEM CXrefTreeModel::InsertNode(CXrefPanelCtrlItem& item, HTREEITEM parent)
     HTREEITEM handle = node.get();
     siblings.push_back(std::move(node));
     ++m_nodeCount;
-    endInsertRows();
+    if (!quiet)
+        endInsertRows();
     return handle;
 }
 
@@ -77,6 +88,8 @@ bool CXrefTreeModel::RemoveNode(HTREEITEM node)
 {
     if (!node)
         return false;
+    FlushChanges();
+    AnnounceNodes();
     std::vector<std::unique_ptr<CXrefTreeNode>>& siblings = siblingsOf(node);
     const int row = node->row;
     if (row < 0 || row >= int(siblings.size()) || siblings[row].get() != node)
@@ -91,8 +104,28 @@ bool CXrefTreeModel::RemoveNode(HTREEITEM node)
     return true;
 }
 
+bool CXrefTreeModel::RemoveChildren(HTREEITEM node)
+{
+    if (!node)
+        return false;
+    FlushChanges();
+    AnnounceNodes();
+    if (node->children.empty())
+        return true;
+    beginRemoveRows(IndexOf(node), 0, int(node->children.size()) - 1);
+    for (auto& child : node->children) {
+        m_nodeCount -= countNodes(*child);
+        detachItems(*child);
+    }
+    node->children.clear();
+    endRemoveRows();
+    return true;
+}
+
 void CXrefTreeModel::RemoveAll()
 {
+    FlushChanges();
+    AnnounceNodes();
     if (m_top.empty())
         return;
     beginResetModel();
@@ -150,8 +183,63 @@ std::vector<std::unique_ptr<CXrefTreeNode>>& CXrefTreeModel::siblingsOf(HTREEITE
 
 void CXrefTreeModel::nodeChanged(HTREEITEM node)
 {
-    const QModelIndex index = IndexOf(node);
-    emit dataChanged(index, index);
+    // Siblings changed one after the other (a fill) are announced together.
+    if (m_changePending && m_changedParent == node->parent) {
+        m_changedFirst = std::min(m_changedFirst, node->row);
+        m_changedLast = std::max(m_changedLast, node->row);
+        return;
+    }
+    if (m_changePending)
+        FlushChanges();
+    else
+        QMetaObject::invokeMethod(this, &CXrefTreeModel::FlushChanges, Qt::QueuedConnection);
+    m_changePending = true;
+    m_changedParent = node->parent;
+    m_changedFirst = m_changedLast = node->row;
+}
+
+void CXrefTreeModel::BeginBatch()
+{
+    ++m_batchDepth;
+}
+
+void CXrefTreeModel::EndBatch()
+{
+    if (m_batchDepth > 0 && --m_batchDepth == 0)
+        AnnounceNodes();
+}
+
+void CXrefTreeModel::AnnounceNodes()
+{
+    const std::vector<HTREEITEM> parents = std::move(m_quietParents);
+    m_quietParents.clear();
+    for (HTREEITEM parent : parents) {
+        const int from = m_announcedChildren.value(parent);
+        const int to = int(parent ? parent->children.size() : m_top.size()) - 1;
+        if (from > to) {
+            m_announcedChildren.remove(parent);
+            continue;
+        }
+        beginInsertRows(IndexOf(parent), from, to);
+        m_announcedChildren.remove(parent);
+        endInsertRows();
+    }
+}
+
+void CXrefTreeModel::FlushChanges()
+{
+    if (!m_changePending)
+        return;
+    m_changePending = false;
+    // Nodes the views have not been told about yet come with their current data anyway.
+    if (!m_quietParents.empty())
+        return;
+    const int count = int(m_changedParent ? m_changedParent->children.size() : m_top.size());
+    const int last = std::min(m_changedLast, count - 1);
+    if (m_changedFirst > last)
+        return;
+    const QModelIndex parent = IndexOf(m_changedParent);
+    emit dataChanged(index(m_changedFirst, 0, parent), index(last, 0, parent));
 }
 
 int CXrefTreeModel::countNodes(const CXrefTreeNode& node)

@@ -5,6 +5,7 @@
 #include "views/XrefTreeNode.h"
 
 #include <QAbstractItemModel>
+#include <QHash>
 
 #include <memory>
 #include <vector>
@@ -35,6 +36,8 @@ public:
     HTREEITEM InsertNode(CXrefPanelCtrlItem& item, HTREEITEM parent);
     /// Removes @p node with everything below it. Items are not touched here.
     bool RemoveNode(HTREEITEM node);
+    /// Removes all children of @p node (and their subtrees) at once.
+    bool RemoveChildren(HTREEITEM node);
     /// Removes every node.
     void RemoveAll();
 
@@ -50,6 +53,19 @@ public:
     /// Writes the @p mask bits of @p state.
     void SetState(HTREEITEM node, unsigned state, unsigned mask);
 
+    /// While a batch is open, inserted nodes are kept but not yet announced to the views; the
+    /// batch's end announces each parent's new children in one step. Removals end the batch's
+    /// quiet part first. Calls nest.
+    void BeginBatch();
+    void EndBatch();
+    bool InBatch() const { return m_batchDepth > 0; }
+    /// Announces every node inserted so far in the batch.
+    void AnnounceNodes();
+
+    /// Node changes are announced (dataChanged) in one batch per parent when control returns to
+    /// the event loop; this announces them now.
+    void FlushChanges();
+
 private:
     std::vector<std::unique_ptr<CXrefTreeNode>>& siblingsOf(HTREEITEM node);
     void nodeChanged(HTREEITEM node);
@@ -58,4 +74,13 @@ private:
 
     std::vector<std::unique_ptr<CXrefTreeNode>> m_top;
     int m_nodeCount = 0;
+    int m_batchDepth = 0;
+    // Parents with children the views have not been told about, in the order they got the
+    // first one (a parent always comes after its own parent), and how many they know of.
+    std::vector<HTREEITEM> m_quietParents;
+    QHash<HTREEITEM, int> m_announcedChildren;
+    bool m_changePending = false;
+    HTREEITEM m_changedParent = nullptr;
+    int m_changedFirst = 0;
+    int m_changedLast = 0;
 };
