@@ -121,6 +121,13 @@ void paintOnce(QWidget& view)
     benchmark::DoNotOptimize(image.bits());
 }
 
+void reportTimePerItem(benchmark::State& state, int count)
+{
+    state.counters["us_per_item"] = benchmark::Counter(
+        double(count) * double(state.iterations()),
+        benchmark::Counter::kIsRate | benchmark::Counter::kInvert, benchmark::Counter::kIs1000);
+}
+
 void fillPanel(BenchPanel& panel, std::vector<BenchItem*>& items, int count)
 {
     panel.BeginUpdate();
@@ -191,9 +198,7 @@ void BM_PanelFill(benchmark::State& state)
         panel.DeleteAllItems();
         state.ResumeTiming();
     }
-    state.counters["us_per_item"] = benchmark::Counter(
-        double(count) * state.iterations(),
-        benchmark::Counter::kIsRate | benchmark::Counter::kInvert, benchmark::Counter::kIs1000);
+    reportTimePerItem(state, count);
     state.counters["bytes_per_ref"] = bytesPerRef;
     state.counters["item_bytes_per_ref"] = itemBytesPerRef;
     // The same before painting: the rest is what the views keep once they have laid rows out.
@@ -238,9 +243,7 @@ void BM_StandardItemModelFill(benchmark::State& state)
         model.reset();
         state.ResumeTiming();
     }
-    state.counters["us_per_item"] = benchmark::Counter(
-        double(count) * state.iterations(),
-        benchmark::Counter::kIsRate | benchmark::Counter::kInvert, benchmark::Counter::kIs1000);
+    reportTimePerItem(state, count);
     state.counters["bytes_per_ref"] = bytesPerRef;
 }
 
