@@ -70,6 +70,68 @@ bool isPlausibleLinkFile(const QFileInfo& info)
            info.size() <= CShortcutResolver::kMaxShellLinkSize;
 }
 
+quint32 readLe(const QByteArray& bytes, qint64 offset, int width)
+{
+    quint32 value = 0;
+    for (int i = width - 1; i >= 0; --i)
+        value = (value << 8) | quint8(bytes.at(offset + i));
+    return value;
+}
+
+// liblnk takes the sizes written in a link at their word and allocates what they claim, several
+// gigabytes for a hostile file of a few hundred bytes. Every size that says how much follows is
+// checked against the file here first: the header and class id, the item id list, the link
+// information block and its inner offsets, the counted strings and the extra data blocks.
+bool hasConsistentSizes(const QByteArray& bytes)
+{
+    constexpr qint64 headerSize = 0x4C;
+    static const char classId[16] = {'\x01', '\x14', '\x02', '\0', '\0', '\0', '\0', '\0',
+                                     '\xC0', '\0',   '\0',   '\0', '\0', '\0', '\0', '\x46'};
+    const qint64 size = bytes.size();
+    if (size < headerSize || readLe(bytes, 0, 4) != headerSize ||
+        bytes.mid(4, 16) != QByteArray::fromRawData(classId, 16))
+        return false;
+    const quint32 flags = readLe(bytes, 0x14, 4);
+    qint64 at = headerSize;
+    if (flags & 0x01) { // item id list
+        if (at + 2 > size)
+            return false;
+        at += 2 + readLe(bytes, at, 2);
+    }
+    if (flags & 0x02) { // link information
+        if (at + 8 > size)
+            return false;
+        const quint32 infoSize = readLe(bytes, at, 4);
+        const quint32 infoHeaderSize = readLe(bytes, at + 4, 4);
+        if (infoSize < 0x1C || at + infoSize > size || infoHeaderSize > infoSize)
+            return false;
+        const qint64 offsetsEnd = at + qMin<qint64>(infoHeaderSize, 0x24);
+        for (qint64 field = at + 12; field + 4 <= offsetsEnd; field += 4) {
+            if (readLe(bytes, field, 4) > infoSize)
+                return false;
+        }
+        at += infoSize;
+    }
+    const bool unicode = flags & 0x80;
+    for (quint32 stringFlag : {0x04u, 0x08u, 0x10u, 0x20u, 0x40u}) {
+        if (!(flags & stringFlag))
+            continue;
+        if (at + 2 > size)
+            return false;
+        at += 2 + qint64(readLe(bytes, at, 2)) * (unicode ? 2 : 1);
+    }
+    // Extra data blocks up to the terminal block (size below 4) or the end of the file.
+    while (at + 4 <= size) {
+        const quint32 blockSize = readLe(bytes, at, 4);
+        if (blockSize < 4)
+            break;
+        if (at + blockSize > size)
+            return false;
+        at += blockSize;
+    }
+    return at <= size;
+}
+
 // A relative path stored in a link is written with Windows separators and counts from the
 // folder that holds the link file.
 QString fromRelativePath(const QString& relative, const QString& linkPath)
@@ -107,6 +169,11 @@ std::optional<QString> CShortcutResolver::ReadShellLink(const QString& path)
 {
     if (path.isEmpty() || !isPlausibleLinkFile(QFileInfo(path)))
         return std::nullopt;
+    QFile check(path);
+    if (!check.open(QIODevice::ReadOnly) ||
+        !hasConsistentSizes(check.read(CShortcutResolver::kMaxShellLinkSize)))
+        return std::nullopt;
+    check.close();
 
     liblnk_file_t* raw = nullptr;
     LnkError initError;

@@ -16,6 +16,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
