@@ -11,8 +11,6 @@
 
 #include <QDateTime>
 
-#include <limits>
-
 namespace {
 
 constexpr unsigned kStateImageMask = 0xF000;
@@ -55,10 +53,10 @@ RefStatus::RefIcon clampOverlay(RefStatus::RefIcon overlay)
 // is looked up once a second at most and applied to the cheap UTC reading.
 Util::DateTime localNow()
 {
-    static thread_local qint64 checkedAt = std::numeric_limits<qint64>::min();
+    static thread_local qint64 checkedAt = -1;
     static thread_local int offsetSeconds = 0;
     const qint64 utc = QDateTime::currentMSecsSinceEpoch();
-    if (utc - checkedAt > 1000 || utc < checkedAt) {
+    if (checkedAt < 0 || utc < checkedAt || utc - checkedAt > 1000) {
         offsetSeconds = QDateTime::currentDateTime().offsetFromUtc();
         checkedAt = utc;
     }
