@@ -186,14 +186,3 @@ TEST_F(ToolTipCtrl, toolsNeedACreatedControl)
     EXPECT_EQ(fresh.GetToolCount(), 0);
     EXPECT_FALSE(fresh.IsWindow());
 }
-
-TEST(ToolTipDelays, automaticSetsAllThreeAndNegativeRestoresDefaults)
-{
-    CZuToolTipCtrl tip;
-    tip.SetDelayTime(CZuToolTipCtrl::Automatic, 400);
-    EXPECT_EQ(tip.GetDelayTime(CZuToolTipCtrl::Initial), 400);
-    EXPECT_EQ(tip.GetDelayTime(CZuToolTipCtrl::AutoPop), 4000);
-    EXPECT_EQ(tip.GetDelayTime(CZuToolTipCtrl::ReShow), 80);
-    tip.SetDelayTime(CZuToolTipCtrl::AutoPop, -1);
-    EXPECT_EQ(tip.GetDelayTime(CZuToolTipCtrl::AutoPop), QApplication::doubleClickInterval() * 10);
-}

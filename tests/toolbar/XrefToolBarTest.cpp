@@ -126,29 +126,33 @@ struct DefaultAttachCase
 {
     const char* name;
     bool trove;
-    std::array<bool, 7> flags;
+    const char* flags; // '1' keeps the command of that flag
     int defaultCommand;
-    const char* windowText;
-    QList<unsigned> removed;
+    const char* bitmapKey;
 };
 
 class DefaultAttach : public ToolBarFixture, public testing::WithParamInterface<DefaultAttachCase>
 {};
+
+// The attach command of each construction flag, in flag order.
+constexpr unsigned kFlagCommands[7] = {1083, 1107, 1084, 1087, 1088, 1090, 32784};
 
 } // namespace
 
 TEST_P(DefaultAttach, followsTheFlagsAndTheMenuOrder)
 {
     const DefaultAttachCase& c = GetParam();
-    const auto& f = c.flags;
+    bool f[7];
+    for (int i = 0; i < 7; ++i)
+        f[i] = c.flags[i] == '1';
     CXrefToolBar* b = c.trove ? Make<CTroveToolBar>(f[0], f[1], f[2], f[3], f[4], f[5], f[6])
                               : Make<CXrefToolBar>(f[0], f[1], f[2], f[3], f[4], f[5], f[6]);
     ASSERT_TRUE(b);
     EXPECT_EQ(b->DefaultAttachCommand(), c.defaultCommand);
     ASSERT_TRUE(b->AttachButton());
-    EXPECT_EQ(b->AttachButton()->GetWindowText(), QString::fromLatin1(c.windowText));
-    for (unsigned id : {1083u, 1107u, 1084u, 1087u, 1088u, 1090u, 32784u, 1085u})
-        EXPECT_EQ(state(b, id) == -1, c.removed.contains(id)) << id;
+    EXPECT_EQ(b->AttachButton()->GetWindowText(), QString::fromLatin1(c.bitmapKey) + "|Attach");
+    for (int i = 0; i < 7; ++i)
+        EXPECT_EQ(state(b, kFlagCommands[i]) == -1, !f[i]) << kFlagCommands[i];
     // Never removed by a flag.
     EXPECT_NE(state(b, 1085), -1);
     EXPECT_EQ(state(b, 1086) != -1, c.trove);
@@ -159,50 +163,17 @@ TEST_P(DefaultAttach, followsTheFlagsAndTheMenuOrder)
     EXPECT_EQ(b->AttachButton()->SplitButtonCommand(), c.defaultCommand);
 }
 
-constexpr std::array<bool, 7> kAll = {true, true, true, true, true, true, true};
-constexpr std::array<bool, 7> kNone = {false, false, false, false, false, false, false};
-
 INSTANTIATE_TEST_SUITE_P(
     Flags, DefaultAttach,
-    testing::Values(DefaultAttachCase{"allKept", false, kAll, 1083, "ATTACHDWG_BTN|Attach", {}},
-                    DefaultAttachCase{"drawingRemovedShiftsTheMenu",
-                                      false,
-                                      {false, true, true, true, true, true, true},
-                                      1107,
-                                      "ATTACHIMAGE_BTN|Attach",
-                                      {1083}},
-                    DefaultAttachCase{"firstThreeRemoved",
-                                      false,
-                                      {false, false, false, true, true, true, true},
-                                      1087,
-                                      "ATTACHDGN_BTN|Attach",
-                                      {1083, 1107, 1084}},
-                    DefaultAttachCase{"onlyTheModelKept",
-                                      false,
-                                      {false, false, false, false, false, false, true},
-                                      32784,
-                                      "ATTACHORBISKMODEL_BTN|Attach",
-                                      {1083, 1107, 1084, 1087, 1088, 1090}},
-                    DefaultAttachCase{"allRemovedLeavesGenericAttach",
-                                      false,
-                                      kNone,
-                                      1085,
-                                      "ATTACH_BTN|Attach",
-                                      {1083, 1107, 1084, 1087, 1088, 1090, 32784}},
-                    DefaultAttachCase{
-                        "repositoryAllKept", true, kAll, 1086, "ATTACHTROVE_BTN|Attach", {}},
-                    DefaultAttachCase{"repositoryDrawingRemoved",
-                                      true,
-                                      {false, true, true, true, true, true, true},
-                                      1086,
-                                      "ATTACHTROVE_BTN|Attach",
-                                      {1083}},
-                    DefaultAttachCase{"repositoryAllRemoved",
-                                      true,
-                                      kNone,
-                                      1086,
-                                      "ATTACHTROVE_BTN|Attach",
-                                      {1083, 1107, 1084, 1087, 1088, 1090, 32784}}),
+    testing::Values(
+        DefaultAttachCase{"allKept", false, "1111111", 1083, "ATTACHDWG_BTN"},
+        DefaultAttachCase{"drawingOffShifts", false, "0111111", 1107, "ATTACHIMAGE_BTN"},
+        DefaultAttachCase{"firstThreeOff", false, "0001111", 1087, "ATTACHDGN_BTN"},
+        DefaultAttachCase{"modelOnly", false, "0000001", 32784, "ATTACHORBISKMODEL_BTN"},
+        DefaultAttachCase{"allOff", false, "0000000", 1085, "ATTACH_BTN"},
+        DefaultAttachCase{"repository", true, "1111111", 1086, "ATTACHTROVE_BTN"},
+        DefaultAttachCase{"repositoryDrawingOff", true, "0111111", 1086, "ATTACHTROVE_BTN"},
+        DefaultAttachCase{"repositoryAllOff", true, "0000000", 1086, "ATTACHTROVE_BTN"}),
     [](const testing::TestParamInfo<DefaultAttachCase>& info) { return info.param.name; });
 
 TEST_F(ToolBarFixture, removalFindsCommandsAnywhereAndOnlyTheFirstThreeCount)
@@ -497,55 +468,34 @@ TEST_F(ToolBarFixture, changePathButtonOnlyOpensItsMenu)
               (std::vector<Trove::MenuItems>{Trove::SelectNewPath, Trove::SelectNewPath}));
 }
 
-namespace {
-
-struct CommandCase
+TEST_F(ToolBarFixture, commandIdsRaiseTheirValuesWithTheEmptyListWithoutPanel)
 {
-    unsigned id;
-    bool handled;
-    Trove::MenuItems item;
-};
-
-class Commands : public ToolBarFixture, public testing::WithParamInterface<CommandCase>
-{};
-
-} // namespace
-
-TEST_P(Commands, raiseTheirValueWithTheEmptyListWithoutPanel)
-{
-    const CommandCase& c = GetParam();
     CXrefToolBar* b = Make<CXrefToolBar>();
     ASSERT_TRUE(b);
-    EXPECT_EQ(b->OnCommand(c.id), c.handled);
-    if (!c.handled) {
-        EXPECT_TRUE(raised.empty());
-        return;
+    const std::pair<unsigned, Trove::MenuItems> handled[] = {
+        {1081, Trove::Refresh},          {1082, Trove::ReloadAllXRefs},
+        {1083, Trove::AttachDWG},        {1084, Trove::AttachDWF},
+        {1085, Trove::Attach},           {1087, Trove::AttachDGN},
+        {1088, Trove::AttachPDF},        {1090, Trove::AttachPointCloud},
+        {1107, Trove::AttachImage},      {32784, Trove::AttachOrbiskModel},
+        {1176, Trove::RemovePath},       {1177, Trove::MakePathRelative},
+        {1178, Trove::MakePathAbsolute}, {1180, Trove::SelectNewPath},
+        {1181, Trove::FindAndReplace},   {30203, Trove::Refresh},
+        {30204, Trove::AttachDWG},
+    };
+    for (auto [id, item] : handled) {
+        raised.clear();
+        EXPECT_TRUE(b->OnCommand(id)) << id;
+        ASSERT_EQ(raised.size(), 1u) << id;
+        EXPECT_EQ(raised[0].item, item) << id;
+        EXPECT_TRUE(raised[0].items.empty()) << id;
     }
-    ASSERT_EQ(raised.size(), 1u);
-    EXPECT_EQ(raised[0].item, c.item);
-    EXPECT_TRUE(raised[0].items.empty());
+    // Attach from the repository belongs to the repository tool bar only.
+    raised.clear();
+    for (unsigned id : {1086u, 0u, 1089u, 1179u, 30202u, 30207u, 0xFFFFFFFFu})
+        EXPECT_FALSE(b->OnCommand(id)) << id;
+    EXPECT_TRUE(raised.empty());
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Ids, Commands,
-    testing::Values(
-        CommandCase{1081, true, Trove::Refresh}, CommandCase{1082, true, Trove::ReloadAllXRefs},
-        CommandCase{1083, true, Trove::AttachDWG}, CommandCase{1084, true, Trove::AttachDWF},
-        CommandCase{1085, true, Trove::Attach}, CommandCase{1087, true, Trove::AttachDGN},
-        CommandCase{1088, true, Trove::AttachPDF}, CommandCase{1090, true, Trove::AttachPointCloud},
-        CommandCase{1107, true, Trove::AttachImage},
-        CommandCase{32784, true, Trove::AttachOrbiskModel},
-        CommandCase{1176, true, Trove::RemovePath},
-        CommandCase{1177, true, Trove::MakePathRelative},
-        CommandCase{1178, true, Trove::MakePathAbsolute},
-        CommandCase{1180, true, Trove::SelectNewPath},
-        CommandCase{1181, true, Trove::FindAndReplace}, CommandCase{30203, true, Trove::Refresh},
-        CommandCase{30204, true, Trove::AttachDWG},
-        // Only the repository tool bar knows attach from the repository.
-        CommandCase{1086, false, Trove::Separator}, CommandCase{0, false, Trove::Separator},
-        CommandCase{1089, false, Trove::Separator}, CommandCase{1179, false, Trove::Separator},
-        CommandCase{30202, false, Trove::Separator}, CommandCase{30207, false, Trove::Separator},
-        CommandCase{0xFFFFFFFFu, false, Trove::Separator}));
 
 TEST_F(ToolBarFixture, menuEntriesNamingButtonsDoNotLoop)
 {
