@@ -2,7 +2,10 @@
 
 #include "kvxreftroveui_export.h"
 
-#include <set>
+#include <boost/container/flat_set.hpp>
+#include <boost/container/small_vector.hpp>
+
+#include <functional>
 
 class CTroveListCtrl;
 class CXrefPanelCtrlItem;
@@ -26,14 +29,20 @@ public:
     /// The row's current index, or -1 when it is in no list.
     int Row() const { return m_row; }
 
+    /// The items that share a row, ordered by address. Nearly every row has exactly one, so the
+    /// set keeps one in place and only allocates for shared rows.
+    using ItemSet =
+        boost::container::flat_set<CXrefPanelCtrlItem*, std::less<CXrefPanelCtrlItem*>,
+                                   boost::container::small_vector<CXrefPanelCtrlItem*, 1>>;
+
     /// The items that share the row, ordered by address.
-    std::set<CXrefPanelCtrlItem*>& Items() { return m_items; }
-    const std::set<CXrefPanelCtrlItem*>& Items() const { return m_items; }
+    ItemSet& Items() { return m_items; }
+    const ItemSet& Items() const { return m_items; }
 
 private:
     friend class CTroveListModel;
 
     CTroveListCtrl* m_listCtrl;
     int m_row = -1;
-    std::set<CXrefPanelCtrlItem*> m_items;
+    ItemSet m_items;
 };

@@ -141,7 +141,10 @@ long CXrefPanelCtrlItem::GetReferenceCount() const
 
 std::set<CXrefPanelCtrlItem*> CXrefPanelCtrlItem::GetLVItemReferences() const
 {
-    return m_listRowLink ? m_listRowLink->Items() : std::set<CXrefPanelCtrlItem*>();
+    if (!m_listRowLink)
+        return {};
+    return std::set<CXrefPanelCtrlItem*>(m_listRowLink->Items().begin(),
+                                         m_listRowLink->Items().end());
 }
 
 bool CXrefPanelCtrlItem::IsEqual(const CXrefPanelCtrlItem& other) const
