@@ -6,6 +6,7 @@
 #include "items/XrefPanelCtrlItem.h"
 #include "resources/TemporaryResourceOverride.h"
 #include "services/XrefMessageBox.h"
+#include "toolbar/XrefToolBar.h"
 #include "util/ResourceModule.h"
 #include "views/TroveListCtrl.h"
 #include "views/TroveListModel.h"
@@ -81,9 +82,25 @@ CXrefPanelCtrl::CXrefPanelCtrl(CXREFPalette* palette, std::shared_ptr<CXrefToolB
     : QWidget(nullptr), m_palette(palette), m_toolBar(std::move(toolBar)),
       m_messageBox(std::move(messageBox)), m_troveMode(troveMode), m_listOption(listOption),
       m_listFlag(listFlag), m_referenceViewType(referenceView), m_detailsViewType(detailsView)
-{}
+{
+    if (m_toolBar)
+        m_toolBar->SetParentPanel(this);
+}
 
-CXrefPanelCtrl::~CXrefPanelCtrl() = default;
+CXrefPanelCtrl::~CXrefPanelCtrl()
+{
+    // The tool bar and the message strip are shared with the host, which may keep them longer
+    // than the panel: they must neither be deleted with the panel's children nor keep pointing
+    // at it.
+    if (m_toolBar) {
+        if (m_toolBar->ParentPanel() == this)
+            m_toolBar->SetParentPanel(nullptr);
+        if (m_toolBar->parent() == this)
+            m_toolBar->setParent(nullptr);
+    }
+    if (m_messageBox && m_messageBox->parent() == this)
+        m_messageBox->setParent(nullptr);
+}
 
 bool CXrefPanelCtrl::Create(const wchar_t* windowName, const QRect& rect, QWidget* parent, int id)
 {

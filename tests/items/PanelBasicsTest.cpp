@@ -141,3 +141,29 @@ TEST_F(StateImageTest, itemsKeepTheViewsStyleUntilTheHostSetsOne)
 }
 
 } // namespace
+
+#include "toolbar/XrefToolBar.h"
+
+namespace {
+
+TEST(PanelBasics, toolBarKnowsItsPanelOnlyWhileThePanelLives)
+{
+    auto toolBar = std::make_shared<CXrefToolBar>();
+    std::shared_ptr<CXrefMessageBox> strip;
+    {
+        testing::NiceMock<MockXrefPanel> panel(false, toolBar);
+        strip = panel.GetMessageBox();
+        EXPECT_EQ(toolBar->ParentPanel(), &panel);
+        // Children of the panel's window, as the panel's layout makes them.
+        toolBar->setParent(&panel);
+        strip->setParent(&panel);
+        testing::NiceMock<MockXrefPanel> other(false, nullptr);
+        EXPECT_EQ(toolBar->ParentPanel(), &panel) << "a panel without tool bar leaves it alone";
+    }
+    // The shared pointers still own live objects: the panel neither deleted nor kept them.
+    EXPECT_EQ(toolBar->ParentPanel(), nullptr);
+    EXPECT_EQ(toolBar->parent(), nullptr);
+    EXPECT_EQ(strip->parent(), nullptr);
+}
+
+} // namespace
