@@ -11,7 +11,7 @@ CKvUiNavDialog::Handler& handler()
     return current;
 }
 
-// "Drawings (*.dwg)|*.dwg;*.dws|All Files (*.*)|*.*||" -> {"Drawings (*.dwg *.dws)",
+// "Images (*.png)|*.png;*.jpg|All Files (*.*)|*.*||" -> {"Images (*.png *.jpg)",
 // "All Files (*)"}. The description's own bracketed pattern list, if any, is replaced by the
 // real patterns so that what the user reads is what the dialog matches.
 QStringList toNameFilters(const QString& filter)

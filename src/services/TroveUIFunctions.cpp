@@ -121,15 +121,14 @@ const char* libraryIconFor(const QString& extension)
         const char* icon;
         std::initializer_list<const char*> extensions;
     } table[] = {
-        {"IDI_TYPE_DWG", {"dwg", "dwt", "dws", "dxf"}},
+        {"IDI_TYPE_DWG", {"dwg"}},
         {"IDI_TYPE_DWF", {"dwf", "dwfx"}},
         {"IDI_TYPE_DGN", {"dgn"}},
         {"IDI_TYPE_PDF", {"pdf"}},
         {"IDI_TYPE_IMAGE",
-         {"bmp", "png", "jpg", "jpeg", "gif", "tif", "tiff", "tga", "pcx", "ecw", "jp2", "sid",
-          "webp", "ico", "rlc", "cal", "ig4", "gp4"}},
-        {"IDI_TYPE_POINTCLOUD", {"rcp", "rcs", "las", "laz", "e57", "pts", "ptx", "xyz"}},
-        {"IDI_TYPE_MODEL", {"nwd", "nwc", "ifc", "rvt"}},
+         {"bmp", "png", "jpg", "jpeg", "gif", "tif", "tiff", "tga", "pcx", "jp2", "webp", "ico"}},
+        {"IDI_TYPE_POINTCLOUD", {"las", "laz", "e57", "pts", "ptx", "xyz", "ply"}},
+        {"IDI_TYPE_MODEL", {"ifc", "ifczip"}},
         {"IDI_TYPE_DATALINK", {"xls", "xlsx", "xlsm", "csv", "ods"}},
     };
     const QString lower = extension.toLower();

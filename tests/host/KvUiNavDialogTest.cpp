@@ -27,8 +27,8 @@ INSTANTIATE_TEST_SUITE_P(
     Filters, NavDialogFilterTest,
     ::testing::Values(
         FilterCase{"All Files (*.*)|*.*||", {QStringLiteral("All Files (*)")}},
-        FilterCase{"Drawings (*.dwg)|*.dwg;*.DWS|All Files|*.*||",
-                   {QStringLiteral("Drawings (*.dwg *.DWS)"), QStringLiteral("All Files (*)")}},
+        FilterCase{"Drawings (*.dwg)|*.dwg;*.DWG|All Files|*.*||",
+                   {QStringLiteral("Drawings (*.dwg *.DWG)"), QStringLiteral("All Files (*)")}},
         // Blanks and a missing pattern list are tolerated; an empty description ends the list.
         FilterCase{" Images | *.png ; *.jpg |Nothing||",
                    {QStringLiteral("Images (*.png *.jpg)"), QStringLiteral("Nothing (*)")}},
