@@ -12,6 +12,7 @@
 #include "resources/TroveResources.h"
 #include "services/TroveUIFunctions.h"
 #include "services/XrefMessageBox.h"
+#include "support/NullXrefPanel.h"
 #include "views/TroveListCtrl.h"
 #include "views/XrefTreeCtrl.h"
 
@@ -31,35 +32,7 @@
 
 namespace {
 
-class BenchPanel : public CXrefPanelCtrl
-{
-public:
-    BenchPanel()
-        : CXrefPanelCtrl(nullptr, nullptr, std::make_shared<CXrefMessageBox>(), false,
-                         FileReferenceViewType::ListView, DetailsViewType::Details, -1, true)
-    {}
-    std::wstring GetTroveStateToolTipText(CXrefPanelCtrlItem&) override { return {}; }
-    void FillStateImageList(CZuUiImageList&, bool, int) override {}
-    void OnSharedRowItemInserted(const CXrefPanelCtrlItem&) override {}
-    void OnSharedRowOwnerChanged(CXrefPanelCtrlItem&) override {}
-    void OnItemRemoved(CXrefPanelCtrlItem&) override {}
-    std::vector<int> GetStoredColumnDipWidths() override { return {}; }
-    void HostCallback7() override {}
-    void HostCallback9(std::vector<int>&) override {}
-    void GetStoredLowerGroup(double&, bool&) override {}
-    void HostCallback11() override {}
-    void FillContextMenu(QMenu&, const std::vector<CXrefPanelCtrlItem*>&, bool) override {}
-    void OnMenuSelection(Trove::MenuItems, const std::vector<CXrefPanelCtrlItem*>&) override {}
-    void OnStatusColumnDoubleClicked(CXrefPanelCtrlItem*) override {}
-    void OnDisplayHelp() override {}
-    bool OnApplyPropertyEdit(const std::vector<CXrefPanelCtrlItem*>&, XrefProperties,
-                             const std::wstring&, const std::wstring&) override
-    {
-        return false;
-    }
-    void HostCallback20() override {}
-    void OnSortCriteriaChanged(int, bool) override {}
-};
+using BenchPanel = NullXrefPanel;
 
 class BenchItem : public CXrefPanelCtrlItem
 {

@@ -4,6 +4,7 @@
 
 #include "ToolBarFixture.h"
 
+#include "support/NullXrefPanel.h"
 #include "support/ScopedOverrides.h"
 #include "support/ScopedResourceModule.h"
 
@@ -707,35 +708,7 @@ TEST_F(ToolBarFixture, repositoryToolBarWritesNoStatesIntoItsMenu)
 namespace {
 
 // A host panel that answers every host operation with nothing.
-class QuietPanel : public CXrefPanelCtrl
-{
-public:
-    explicit QuietPanel(std::shared_ptr<CXrefToolBar> toolBar)
-        : CXrefPanelCtrl(nullptr, std::move(toolBar), std::make_shared<CXrefMessageBox>(), false,
-                         FileReferenceViewType::ListView, DetailsViewType::Details, -1, true)
-    {}
-    std::wstring GetTroveStateToolTipText(CXrefPanelCtrlItem&) override { return {}; }
-    void FillStateImageList(CZuUiImageList&, bool, int) override {}
-    void OnSharedRowItemInserted(const CXrefPanelCtrlItem&) override {}
-    void OnSharedRowOwnerChanged(CXrefPanelCtrlItem&) override {}
-    void OnItemRemoved(CXrefPanelCtrlItem&) override {}
-    std::vector<int> GetStoredColumnDipWidths() override { return {}; }
-    void HostCallback7() override {}
-    void HostCallback9(std::vector<int>&) override {}
-    void GetStoredLowerGroup(double&, bool&) override {}
-    void HostCallback11() override {}
-    void FillContextMenu(QMenu&, const std::vector<CXrefPanelCtrlItem*>&, bool) override {}
-    void OnMenuSelection(Trove::MenuItems, const std::vector<CXrefPanelCtrlItem*>&) override {}
-    void OnStatusColumnDoubleClicked(CXrefPanelCtrlItem*) override {}
-    void OnDisplayHelp() override {}
-    bool OnApplyPropertyEdit(const std::vector<CXrefPanelCtrlItem*>&, XrefProperties,
-                             const std::wstring&, const std::wstring&) override
-    {
-        return false;
-    }
-    void HostCallback20() override {}
-    void OnSortCriteriaChanged(int, bool) override {}
-};
+using QuietPanel = NullXrefPanel;
 
 class PlainItem : public CXrefPanelCtrlItem
 {
