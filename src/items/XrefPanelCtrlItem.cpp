@@ -9,7 +9,6 @@
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel.h"
 
-#include <QDateTime>
 
 namespace {
 
@@ -48,23 +47,6 @@ RefStatus::RefIcon clampOverlay(RefStatus::RefIcon overlay)
     return CXrefPanelCtrl::IsValidRefStatusIcon(overlay) ? overlay : RefStatus::Blank;
 }
 
-// The local time for a new item's date. Reading the local clock looks the time zone up each
-// time, which costs a file check; hosts create items by the hundred thousand, so the zone offset
-// is looked up once a second at most and applied to the cheap UTC reading.
-Util::DateTime localNow()
-{
-    static thread_local qint64 checkedAt = -1;
-    static thread_local int offsetSeconds = 0;
-    const qint64 utc = QDateTime::currentMSecsSinceEpoch();
-    if (checkedAt < 0 || utc < checkedAt || utc - checkedAt > 1000) {
-        offsetSeconds = QDateTime::currentDateTime().offsetFromUtc();
-        checkedAt = utc;
-    }
-    const QDateTime local =
-        QDateTime::fromMSecsSinceEpoch(utc + qint64(offsetSeconds) * 1000, Qt::UTC);
-    return Util::DateTime(local.date(), local.time());
-}
-
 unsigned stateImageBits(unsigned index)
 {
     return index == 0 ? 0u : index << 12;
@@ -74,7 +56,7 @@ unsigned stateImageBits(unsigned index)
 
 CXrefPanelCtrlItem::CXrefPanelCtrlItem(CXrefPanelCtrl& panel)
     : m_panel(panel), m_listCtrl(panel.GetListCtrl()), m_treeCtrl(panel.GetTreeCtrl()),
-      m_date(localNow())
+      m_date(Util::DateTime::get_Now())
 {
     m_panel.SetDetailsProperty(*this, XrefProperties::FileVersion);
 }

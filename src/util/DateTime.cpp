@@ -63,7 +63,19 @@ DateTime::DateTime(const QDateTime& value)
 
 DateTime DateTime::get_Now()
 {
-    return DateTime(QDateTime::currentDateTime());
+    // Reading the local clock looks the time zone up each time, which costs a file check; hosts
+    // create items (each stamped with the current time) by the hundred thousand, so the zone
+    // offset is looked up once a second at most and applied to the cheap UTC reading.
+    static thread_local qint64 checkedAt = -1;
+    static thread_local int offsetSeconds = 0;
+    const qint64 utc = QDateTime::currentMSecsSinceEpoch();
+    if (checkedAt < 0 || utc < checkedAt || utc - checkedAt > 1000) {
+        offsetSeconds = QDateTime::currentDateTime().offsetFromUtc();
+        checkedAt = utc;
+    }
+    const QDateTime local =
+        QDateTime::fromMSecsSinceEpoch(utc + qint64(offsetSeconds) * 1000, Qt::UTC);
+    return DateTime(local.date(), local.time());
 }
 
 QString DateTime::ToString(const QString& format, const QLocale& locale) const
