@@ -4,7 +4,6 @@
 
 #include "views/InPlaceFilePaths.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QStringList>
@@ -85,12 +84,3 @@ void BM_Baseline_QDirSearchPerName(benchmark::State& state)
 BENCHMARK(BM_Baseline_QDirSearchPerName)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -4,7 +4,6 @@
 #include "util/Order.h"
 
 #include <QCollator>
-#include <QCoreApplication>
 #include <QLocale>
 #include <QRandomGenerator>
 #include <QString>
@@ -120,12 +119,3 @@ void SortNamesBySortKeys(benchmark::State& state)
 BENCHMARK(SortNamesBySortKeys)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -16,7 +16,6 @@
 #include "views/TroveListCtrl.h"
 #include "views/XrefTreeCtrl.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QImage>
 #include <QPainter>
@@ -228,16 +227,3 @@ BENCHMARK(BM_StandardItemModelFill)
     ->Iterations(3);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
