@@ -1,43 +1,81 @@
-// The demo host. For now it shows what the library offers so far: the message strip and the
-// library's icons and tool bar pictures in the current theme. Run with --screenshot FILE to
-// write a picture instead of opening a window, and --dark for the dark theme.
+// The demo host: writes a small sample project (a harbour site drawing and its references) and
+// shows the reference panel on it, with the tool bar, the list and tree views, the preview pane,
+// rich tool tips and the message strip. Run with --screenshot FILE to write a picture instead of
+// opening a window, --dark for the dark theme and --tree to start in the tree view.
 
-#include "framework/ZuUiRm.h"
+#include "DemoHost.h"
+#include "SampleProject.h"
+
 #include "framework/ZuUiTheme.h"
 #include "panel/KvXrefTroveUI.h"
-#include "resources/ResourceIds.h"
-#include "resources/TroveResources.h"
-#include "services/TroveUIFunctions.h"
-#include "services/XrefMessageBox.h"
+#include "services/RmxImageSettings.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QGridLayout>
-#include <QLabel>
+#include <QTemporaryDir>
+#include <QTextStream>
 #include <QVBoxLayout>
 #include <QWidget>
 
+#include <memory>
+#include <optional>
+
 namespace {
 
-QWidget* iconGrid(const char* const* names, size_t count, int edge, bool bitmaps)
+int run(QApplication& app, const QCommandLineParser& parser)
 {
-    auto* grid = new QWidget;
-    auto* layout = new QGridLayout(grid);
-    const int columns = 6;
-    for (size_t i = 0; i < count; ++i) {
-        const CZuUiRmId id(TroveUI::ResourceInstance(), names[i]);
-        const QIcon icon = bitmaps ? CZuUiRm::ThemedBitmap(id) : CZuUiRm::ThemedIcon(id);
-        auto* picture = new QLabel;
-        picture->setPixmap(icon.pixmap(QSize(edge, edge)));
-        picture->setToolTip(QString::fromLatin1(names[i]));
-        auto* caption = new QLabel(QString::fromLatin1(names[i]));
-        caption->setStyleSheet(QStringLiteral("font-size: 8pt"));
-        auto* cell = new QVBoxLayout;
-        cell->addWidget(picture, 0, Qt::AlignHCenter);
-        cell->addWidget(caption, 0, Qt::AlignHCenter);
-        layout->addLayout(cell, int(i) / columns, int(i) % columns);
+    // The project goes where the user says, else into a folder that is removed on exit.
+    std::optional<QTemporaryDir> scratch;
+    QString folder = parser.value(QStringLiteral("project"));
+    if (folder.isEmpty()) {
+        scratch.emplace();
+        if (!scratch->isValid()) {
+            QTextStream(stderr) << "Cannot make a folder for the sample project: "
+                                << scratch->errorString() << '\n';
+            return 1;
+        }
+        folder = scratch->path();
     }
-    return grid;
+    SampleProject project;
+    if (!project.Write(folder)) {
+        QTextStream(stderr) << "Cannot write the sample project to " << folder << '\n';
+        return 1;
+    }
+
+    QWidget window;
+    window.setWindowTitle(QStringLiteral("External References - demo"));
+    window.setAutoFillBackground(true);
+    window.setPalette(CZuUiTheme::Instance().Palette());
+    auto* layout = new QVBoxLayout(&window);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto panel = std::make_unique<DemoPanel>();
+    if (!panel->Open(project, &window)) {
+        QTextStream(stderr) << "The panel could not be created\n";
+        return 1;
+    }
+    layout->addWidget(panel.get());
+    panel->ShowTree(parser.isSet(QStringLiteral("tree")));
+    window.resize(1000, 620);
+
+    const QString screenshot = parser.value(QStringLiteral("screenshot"));
+    if (!screenshot.isEmpty()) {
+        window.show();
+        panel->SelectByName(QStringLiteral("Grid"));
+        QApplication::processEvents();
+        if (!window.grab().save(screenshot))
+            return 1;
+        // The tip is a window of its own; it goes next to the main picture.
+        if (QWidget* tip = panel->ShowSelectedToolTip()) {
+            QApplication::processEvents();
+            QString tipFile = screenshot;
+            tipFile.insert(tipFile.lastIndexOf(QLatin1Char('.')), QStringLiteral("-tooltip"));
+            if (!tip->grab().save(tipFile))
+                return 1;
+        }
+        return 0;
+    }
+    window.show();
+    return app.exec();
 }
 
 } // namespace
@@ -46,44 +84,25 @@ int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("xref-demo"));
-    kvXrefTroveUIInitialize();
 
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOption({QStringLiteral("screenshot"),
                       QStringLiteral("Write a picture to FILE and quit."), QStringLiteral("FILE")});
     parser.addOption({QStringLiteral("dark"), QStringLiteral("Use the dark theme.")});
+    parser.addOption({QStringLiteral("tree"), QStringLiteral("Start in the tree view.")});
+    parser.addOption({QStringLiteral("project"),
+                      QStringLiteral("Write the sample project to DIR and keep it."),
+                      QStringLiteral("DIR")});
     parser.process(app);
+
+    kvXrefTroveUIInitialize();
+    // The views read the repository log-in flag while they draw.
+    TroveUI::RmxImageSettings::New();
+    TroveUI::RmxImageSettings::Value().SetTroveLoggedIn(true);
     CZuUiTheme::Instance().SetDarkTheme(parser.isSet(QStringLiteral("dark")));
-
-    QWidget window;
-    window.setWindowTitle(QStringLiteral("External References - demo"));
-    window.setAutoFillBackground(true);
-    window.setPalette(CZuUiTheme::Instance().Palette());
-    auto* layout = new QVBoxLayout(&window);
-
-    using namespace TroveUI::Res;
-    layout->addWidget(iconGrid(kStatusIconNames, std::size(kStatusIconNames), 16, false));
-    layout->addWidget(iconGrid(kTypeIconNames, std::size(kTypeIconNames), 16, false));
-    layout->addWidget(iconGrid(kBitmapNames, std::size(kBitmapNames), 24, true));
-
-    auto* strip = new CXrefMessageBox;
-    strip->SetMessage(QStringLiteral("%1 - a plan of %2")
-                          .arg(TroveUI::ResString(1038))
-                          .arg(QString::fromStdWString(TroveUI::FormatByteSize(2400016))));
-    layout->addWidget(strip);
-    window.resize(720, 420);
-
-    const QString screenshot = parser.value(QStringLiteral("screenshot"));
-    if (!screenshot.isEmpty()) {
-        window.show();
-        QApplication::processEvents();
-        const bool saved = window.grab().save(screenshot);
-        kvXrefTroveUITerminate();
-        return saved ? 0 : 1;
-    }
-    window.show();
-    const int result = app.exec();
+    const int result = run(app, parser);
+    TroveUI::RmxImageSettings::Delete();
     kvXrefTroveUITerminate();
     return result;
 }

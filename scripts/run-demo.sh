@@ -12,4 +12,4 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     exec build/release/bin/xref-demo "$@"
 fi
 QT_QPA_PLATFORM=offscreen build/release/bin/xref-demo --screenshot build/demo.png "$@"
-echo "No display: wrote build/demo.png"
+echo "No display: wrote build/demo.png and build/demo-tooltip.png"

@@ -1,0 +1,367 @@
+#include "DemoHost.h"
+
+#include "framework/PackedDib.h"
+#include "framework/ZuUiImageList.h"
+#include "framework/ZuUiRm.h"
+#include "host/KvToolTipService.h"
+#include "items/TroveListCtrlItem.h"
+#include "items/XrefPanelCtrlItem.h"
+#include "items/XrefPanelCtrlItemStatus.h"
+#include "items/XrefPanelCtrlItemTypes.h"
+#include "resources/TroveResources.h"
+#include "services/XrefMessageBox.h"
+#include "toolbar/XrefToolBar.h"
+#include "util/DateTime.h"
+#include "views/TroveListCtrl.h"
+#include "views/TroveListModel.h"
+#include "views/TroveListRow.h"
+#include "views/XrefCoupledGroupCtrl.h"
+#include "views/XrefGroupCtrl.h"
+#include "views/XrefPreview.h"
+#include "views/XrefTreeCtrl.h"
+#include "views/XrefTreeModel.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QHelpEvent>
+#include <QItemSelectionModel>
+#include <QVBoxLayout>
+
+namespace {
+
+/// A reference of the sample project as the demo host knows it.
+class DemoItem : public CXrefPanelCtrlItem
+{
+public:
+    DemoItem(CXrefPanelCtrl& panel, bool host = false, bool pendingRelative = false)
+        : CXrefPanelCtrlItem(panel), m_host(host), m_pendingRelative(pendingRelative)
+    {}
+
+    bool IsHostDwgItem() const override { return m_host; }
+    bool HostOperation4() const override { return false; }
+    bool HostOperation6() const override { return false; }
+    bool HostOperation9() const override { return false; }
+    bool HostOperation10() const override { return false; }
+    bool IsPropertyEditable(XrefProperties, int) const override { return false; }
+    bool isPendingRelativePath() const override { return m_pendingRelative; }
+
+    using CXrefPanelCtrlItem::CreateToolTipInfo;
+    using CXrefPanelCtrlItem::GetPreview;
+    using CXrefPanelCtrlItem::SetTypeIcon;
+
+private:
+    bool m_host;
+    bool m_pendingRelative;
+};
+
+class DemoItemTypes : public CXrefPanelCtrlItemTypes
+{
+public:
+    static void Register()
+    {
+        static const bool done = [] {
+            const Util::ResourceModule* module = TroveUI::ResourceInstance();
+            RegisterType(
+                typeid(DemoItem), [](const std::any&) { return nullptr; },
+                CZuUiRmId(module, "IDI_TYPE_DWG"));
+            for (const char* name :
+                 {"HOSTDWG", "IMAGE", "PDF", "DWF", "DGN", "POINTCLOUD", "MODEL", "DATALINK"})
+                RegisterIcon(
+                    typeid(DemoItem), QString::fromLatin1(name),
+                    CZuUiRmId(module, QStringLiteral("IDI_TYPE_%1").arg(QLatin1String(name))));
+            return true;
+        }();
+        (void)done;
+    }
+};
+
+std::wstring wide(const QString& text)
+{
+    return text.toStdWString();
+}
+
+void describeFile(CXrefPanelCtrlItem& item, const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.exists())
+        return;
+    item.SetSize(file.size());
+    item.SetDate(Util::DateTime(file.lastModified()));
+    item.SetFoundAt(wide(QDir::toNativeSeparators(file.absoluteFilePath())));
+}
+
+QString names(const std::vector<CXrefPanelCtrlItem*>& items)
+{
+    QStringList list;
+    for (const CXrefPanelCtrlItem* item : items)
+        list << QString::fromStdWString(item->GetText());
+    return list.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+DemoPanel::DemoPanel()
+    : CXrefPanelCtrl(nullptr, std::make_shared<CXrefToolBar>(), std::make_shared<CXrefMessageBox>(),
+                     true, FileReferenceViewType::ListView, DetailsViewType::Preview, -1, true)
+{
+    DemoItemTypes::Register();
+}
+
+DemoPanel::~DemoPanel()
+{
+    KvToolTipService::Instance()->Hide();
+    DeleteAllItems();
+}
+
+bool DemoPanel::Open(const SampleProject& project, QWidget* parent)
+{
+    if (!Create(L"File References", QRect(0, 0, 900, 560), parent, 30000))
+        return false;
+    if (!GetToolBar()->Create(this))
+        return false;
+    arrange();
+    fill(project);
+
+    connect(GetToolBar().get(), &CXrefToolBar::MenuSelection, this, &DemoPanel::OnMenuSelection);
+    connect(GetToolBar().get(), &CXrefToolBar::DisplayHelp, this, &DemoPanel::OnDisplayHelp);
+    for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(GetListCtrl()),
+                                    static_cast<QAbstractItemView*>(GetTreeCtrl())}) {
+        connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                [this, view] { selectionChanged(view); });
+        view->viewport()->installEventFilter(this);
+    }
+    GetToolBar()->EnablePathOperations(false);
+    showMessage(QStringLiteral("%1 references in %2")
+                    .arg(GetUniqueXrefCount())
+                    .arg(QFileInfo(project.HostDrawing()).fileName()));
+    return true;
+}
+
+// The panel does not place its children yet, so the demo stacks them the way the panel will:
+// the tool bar, the views over the preview with a splitter between, and the message strip.
+void DemoPanel::arrange()
+{
+    m_groups = new CXrefCoupledGroupCtrl(this);
+    m_upper = new CXrefGroupCtrl(m_groups);
+    m_lower = new CXrefGroupCtrl(m_groups);
+    m_upper->AddPage(GetListCtrl(), TroveUI::ResString(1038), QStringLiteral("IDI_TYPE_FILE"));
+    m_upper->AddPage(GetTreeCtrl(), TroveUI::ResString(1039), QStringLiteral("IDI_TYPE_HOSTDWG"));
+    m_lower->AddPage(GetPreviewCtrl(), TroveUI::ResString(1057), {});
+    m_upper->SetSelIndex(0);
+    m_lower->SetSelIndex(0);
+    m_groups->SetUpperGroup(m_upper);
+    m_groups->SetLowerGroup(m_lower);
+    double ratio = 0.62;
+    bool shown = true;
+    GetStoredLowerGroup(ratio, shown);
+    m_groups->SetSplitRatio(ratio);
+    m_lower->SetCollapsed(!shown);
+    m_groups->SetReady(true);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(2, 2, 2, 2);
+    layout->setSpacing(2);
+    layout->addWidget(GetToolBar().get());
+    layout->addWidget(m_groups, 1);
+    layout->addWidget(GetMessageBox().get());
+}
+
+void DemoPanel::fill(const SampleProject& project)
+{
+    BeginUpdate();
+    auto* host = new DemoItem(*this, true);
+    InsertRootItem(*host);
+    host->SetText(wide(QFileInfo(project.HostDrawing()).completeBaseName()));
+    host->SetTypeIcon(RefStatus::NoIcon, QStringLiteral("HOSTDWG"));
+    host->SetType(L"Current");
+    host->SetReferenceStatus(RefStatus::Blank, Trove::FileDataStatus::Code0);
+    host->SetSavedPath(wide(QDir::toNativeSeparators(project.HostDrawing())));
+    describeFile(*host, project.HostDrawing());
+    host->SetTroveStateIconIndexListView(1);
+    host->SetTroveStateIconIndexTreeView(1);
+
+    std::vector<DemoItem*> made;
+    for (const SampleReference& ref : project.References()) {
+        auto* item = new DemoItem(*this, false, ref.name == QLatin1String("Columns"));
+        const CXrefPanelCtrlItem& parent = ref.parent < 0 ? *host : *made[size_t(ref.parent)];
+        InsertItem(*item, parent, ref.sameFileAs < 0 ? nullptr : made[size_t(ref.sameFileAs)]);
+        item->SetText(wide(ref.name));
+        item->SetTypeIcon(ref.typeIcon);
+        item->SetReferenceStatus(ref.status, ref.code);
+        item->SetType(wide(ref.type));
+        item->SetSavedPath(wide(QDir::toNativeSeparators(ref.savedPath)));
+        if (!ref.foundAt.isEmpty())
+            describeFile(*item, ref.foundAt);
+        item->SetTroveStateIconIndexListView(ref.troveState);
+        item->SetTroveStateIconIndexTreeView(ref.troveState);
+        made.push_back(item);
+    }
+    EndUpdate();
+    GetTreeCtrl()->expandAll();
+}
+
+void DemoPanel::ShowTree(bool tree)
+{
+    m_upper->SetSelIndex(tree ? 1 : 0);
+}
+
+QAbstractItemView* DemoPanel::frontView() const
+{
+    if (m_upper->GetSelIndex() == 1)
+        return GetTreeCtrl();
+    return GetListCtrl();
+}
+
+void DemoPanel::SelectByName(const QString& name)
+{
+    QAbstractItemView* view = frontView();
+    const bool tree = view == GetTreeCtrl();
+    const QModelIndexList found =
+        view->model()->match(view->model()->index(0, tree ? 0 : int(ListViewColumn::ReferenceName)),
+                             Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive);
+    if (!found.isEmpty())
+        view->selectionModel()->select(found.first(), QItemSelectionModel::ClearAndSelect |
+                                                          QItemSelectionModel::Rows);
+}
+
+QWidget* DemoPanel::ShowSelectedToolTip()
+{
+    QAbstractItemView* view = frontView();
+    const QModelIndexList selected = view->selectionModel()->selectedIndexes();
+    if (selected.isEmpty())
+        return nullptr;
+    const QRect cell = view->visualRect(selected.first());
+    QHelpEvent hover(QEvent::ToolTip, cell.center(), view->viewport()->mapToGlobal(cell.center()));
+    eventFilter(view->viewport(), &hover);
+    return KvToolTipService::Instance()->IsShowing() ? KvToolTipService::Instance()->Popup()
+                                                     : nullptr;
+}
+
+std::wstring DemoPanel::GetTroveStateToolTipText(CXrefPanelCtrlItem&)
+{
+    return {};
+}
+
+void DemoPanel::FillStateImageList(CZuUiImageList& list, bool, int)
+{
+    const Util::ResourceModule* module = TroveUI::ResourceInstance();
+    for (const char* name : {"IDI_STATUS_BLANK", "IDI_STATUS_COMPARABLE",
+                             "IDI_STATUS_NEEDSRELOADING", "IDI_STATUS_UNLOADED"})
+        list.Add(CZuUiRm::ThemedIcon(CZuUiRmId(module, name)));
+}
+
+std::vector<int> DemoPanel::GetStoredColumnDipWidths()
+{
+    return {25, 22, 170, 135, 70, 70, 150, 300};
+}
+
+void DemoPanel::GetStoredLowerGroup(double& ratio, bool& shown)
+{
+    ratio = 0.62;
+    shown = true;
+}
+
+void DemoPanel::OnMenuSelection(Trove::MenuItems item,
+                                const std::vector<CXrefPanelCtrlItem*>& items)
+{
+    LoadMenuItemStrings();
+    const auto text = m_MenuItemstrings.find(item);
+    QString command = text == m_MenuItemstrings.end()
+                          ? QStringLiteral("Command %1").arg(int(item))
+                          : QString::fromStdWString(text->second).remove(QLatin1Char('&'));
+    // Reloading is the one command a demo can carry out: the files are all there.
+    if (item == Trove::MenuItems::ReloadAllXRefs) {
+        BeginUpdate();
+        for (CXrefPanelCtrlItem* each : items.empty() ? GetChildren(*GetRootItem()) : items)
+            if (!each->GetFoundAt().empty())
+                each->SetReferenceStatus(RefStatus::Blank, Trove::FileDataStatus::Code1);
+        EndUpdate();
+    }
+    showMessage(items.empty() ? command : QStringLiteral("%1: %2").arg(command, names(items)));
+}
+
+void DemoPanel::OnStatusColumnDoubleClicked(CXrefPanelCtrlItem* item)
+{
+    if (item)
+        showMessage(QString::fromStdWString(item->GetText()));
+}
+
+void DemoPanel::OnDisplayHelp()
+{
+    showMessage(TroveUI::ResString(1058));
+}
+
+void DemoPanel::selectionChanged(QAbstractItemView* view)
+{
+    const std::vector<CXrefPanelCtrlItem*> items = view == GetTreeCtrl()
+                                                       ? GetTreeCtrl()->GetSelectedItems()
+                                                       : GetListCtrl()->GetSelectedItems();
+    OnItemsSelected(items, true);
+    GetToolBar()->EnablePathOperations(!items.empty());
+
+    CXrefPanelCtrlItem* single = items.size() == 1 ? items.front() : nullptr;
+    // Every item in this panel is one of the demo's own.
+    const QPixmap picture = single ? static_cast<DemoItem*>(single)->GetPreview() : QPixmap();
+    if (picture.isNull()) {
+        GetPreviewCtrl()->SetPreviewBitmap(nullptr, nullptr, 0);
+    } else {
+        const PackedDib dib = PackedDib::FromImage(picture.toImage());
+        single->SetPreviewBitmap(&dib, nullptr, 0);
+    }
+    if (single) {
+        const QString path = QString::fromStdWString(
+            single->GetFoundAt().empty() ? single->GetSavedPath() : single->GetFoundAt());
+        showMessage(QStringLiteral("%1 - %2 - %3")
+                        .arg(QString::fromStdWString(single->GetText()),
+                             CXrefPanelCtrlItemStatus::ToString(single->GetReferenceStatusText()),
+                             path));
+    } else if (!items.empty()) {
+        showMessage(names(items));
+    }
+}
+
+CXrefPanelCtrlItem* DemoPanel::itemAt(QAbstractItemView* view, const QPoint& viewportPos) const
+{
+    const QModelIndex index = view->indexAt(viewportPos);
+    if (!index.isValid())
+        return nullptr;
+    if (view == GetTreeCtrl()) {
+        const HTREEITEM node = CXrefTreeModel::NodeOf(index);
+        return node ? node->item : nullptr;
+    }
+    const CTroveListRow* row = GetListCtrl()->Model().Row(index.row());
+    return row && row->data && !row->data->Items().empty() ? *row->data->Items().begin() : nullptr;
+}
+
+// Rich tool tips for the rows, as the views will show them once they ask for them themselves.
+bool DemoPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(GetListCtrl()),
+                                    static_cast<QAbstractItemView*>(GetTreeCtrl())}) {
+        if (watched != view->viewport())
+            continue;
+        if (event->type() == QEvent::ToolTip) {
+            const auto* help = static_cast<QHelpEvent*>(event);
+            CXrefPanelCtrlItem* item = itemAt(view, help->pos());
+            if (!item) {
+                KvToolTipService::Instance()->Hide();
+                return true;
+            }
+            const auto info =
+                static_cast<DemoItem*>(item)->CreateToolTipInfo(GetToolTipMenuSettings());
+            KvToolTipService::Instance()->SetToolTipInfo(info.get());
+            QRect cell = view->visualRect(view->indexAt(help->pos()));
+            cell.moveTopLeft(view->viewport()->mapToGlobal(cell.topLeft()));
+            KvToolTipService::Instance()->Show(cell);
+            return true;
+        }
+        if (event->type() == QEvent::Leave)
+            KvToolTipService::Instance()->Hide();
+    }
+    return CXrefPanelCtrl::eventFilter(watched, event);
+}
+
+void DemoPanel::showMessage(const QString& text)
+{
+    GetMessageBox()->SetMessage(text);
+}

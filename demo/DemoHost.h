@@ -1,0 +1,70 @@
+#pragma once
+
+#include "SampleProject.h"
+
+#include "panel/XrefPanelCtrl.h"
+
+#include <memory>
+
+class CXrefCoupledGroupCtrl;
+class CXrefGroupCtrl;
+class QAbstractItemView;
+
+/// The demo's host side of the panel: it answers the panel's questions, acts on its commands
+/// the way a CAD application would (for the few that make sense without one) and, until the
+/// panel arranges its own children, places the tool bar, the two views, the preview pane and
+/// the message strip itself.
+class DemoPanel : public CXrefPanelCtrl
+{
+public:
+    DemoPanel();
+    ~DemoPanel() override;
+
+    /// Creates the panel inside @p parent and fills it with the references of @p project.
+    bool Open(const SampleProject& project, QWidget* parent);
+    /// Shows the tree view instead of the list view.
+    void ShowTree(bool tree);
+    /// Selects the first reference named @p name in the view in front.
+    void SelectByName(const QString& name);
+    /// Shows the rich tool tip of the selected row, as hovering over it would; the tip's window,
+    /// or null when there is nothing to show.
+    QWidget* ShowSelectedToolTip();
+
+    std::wstring GetTroveStateToolTipText(CXrefPanelCtrlItem& item) override;
+    void FillStateImageList(CZuUiImageList& list, bool flag, int view) override;
+    void OnSharedRowItemInserted(const CXrefPanelCtrlItem&) override {}
+    void OnSharedRowOwnerChanged(CXrefPanelCtrlItem&) override {}
+    void OnItemRemoved(CXrefPanelCtrlItem&) override {}
+    std::vector<int> GetStoredColumnDipWidths() override;
+    void HostCallback7() override {}
+    void HostCallback9(std::vector<int>&) override {}
+    void GetStoredLowerGroup(double& ratio, bool& shown) override;
+    void HostCallback11() override {}
+    void FillContextMenu(QMenu&, const std::vector<CXrefPanelCtrlItem*>&, bool) override {}
+    void OnMenuSelection(Trove::MenuItems item,
+                         const std::vector<CXrefPanelCtrlItem*>& items) override;
+    void OnStatusColumnDoubleClicked(CXrefPanelCtrlItem* item) override;
+    void OnDisplayHelp() override;
+    bool OnApplyPropertyEdit(const std::vector<CXrefPanelCtrlItem*>&, XrefProperties,
+                             const std::wstring&, const std::wstring&) override
+    {
+        return false;
+    }
+    void HostCallback20() override {}
+    void OnSortCriteriaChanged(int, bool) override {}
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void arrange();
+    void fill(const SampleProject& project);
+    void selectionChanged(QAbstractItemView* view);
+    CXrefPanelCtrlItem* itemAt(QAbstractItemView* view, const QPoint& viewportPos) const;
+    void showMessage(const QString& text);
+    QAbstractItemView* frontView() const;
+
+    CXrefCoupledGroupCtrl* m_groups = nullptr;
+    CXrefGroupCtrl* m_upper = nullptr;
+    CXrefGroupCtrl* m_lower = nullptr;
+};
