@@ -80,15 +80,13 @@ LayoutSizes layoutSizes()
     return {CZuUiHiDpi::Round(24 * scale), CZuUiHiDpi::Round(15 * scale)};
 }
 
-bool holdsThreeDropDowns(const QMenu* menu)
+// Three entries, the second of them the attach drop-down: the default attach command is read from
+// it. A refresh or path entry that is no drop-down only leaves that button without a menu to open;
+// the rest of the tool bar still works, so such a menu is accepted.
+bool holdsTheDropDowns(const QMenu* menu)
 {
-    if (CZuUiMenu::GetMenuItemCount(menu) != 3)
-        return false;
-    for (int position = 0; position < 3; ++position) {
-        if (!CZuUiMenu::GetSubMenu(menu, position))
-            return false;
-    }
-    return true;
+    return CZuUiMenu::GetMenuItemCount(menu) == 3 &&
+           CZuUiMenu::GetSubMenu(menu, kAttachDropDown) != nullptr;
 }
 
 } // namespace
@@ -147,9 +145,7 @@ int CXrefToolBar::OnCreate(unsigned menuResourceId)
                 ;
         }
     }
-    // Every button drops down its own sub-menu; a menu of another shape would leave one of them
-    // without its commands.
-    if (!holdsThreeDropDowns(m_menu.get()))
+    if (!holdsTheDropDowns(m_menu.get()))
         return -1;
 
     // Only the first three entries are candidates: the default attach command is meant to be

@@ -311,9 +311,9 @@ INSTANTIATE_TEST_SUITE_P(
                                   {"text": "B", "items": [{"id": 1085}]},
                                   {"text": "C", "items": [{"id": 1176}]},
                                   {"text": "D", "items": [{"id": 1177}]}]})"},
-                    BadMenuCase{"commandInsteadOfDropDown",
+                    BadMenuCase{"attachIsACommand",
                                 R"({"items": [{"text": "A", "items": [{"id": 1081}]},
-                                  {"text": "B", "items": [{"id": 1085}]}, {"id": 1176}]})"},
+                                  {"id": 1085}, {"text": "C", "items": [{"id": 1176}]}]})"},
                     BadMenuCase{"defaultAttachWithoutPicture",
                                 R"({"items": [{"text": "A", "items": [{"id": 1081}]},
                                   {"text": "B", "items": [{"id": 1176}, {"id": 1085}]},
@@ -323,6 +323,28 @@ INSTANTIATE_TEST_SUITE_P(
                                   {"text": "B", "items": [{"id": 5000}, {"id": 1085}]},
                                   {"text": "C", "items": [{"id": 1176}]}]})"}),
     [](const testing::TestParamInfo<BadMenuCase>& info) { return info.param.name; });
+
+TEST_F(ToolBarFixture, refreshOrPathEntryThatIsNoDropDownLeavesThatButtonWithoutMenu)
+{
+    ScopedResourceModule module;
+    module.Write(QStringLiteral("menus/2080.json"), QByteArray(R"({"items": [{"separator": true},
+                                          {"text": "B", "items": [{"id": 1107}, {"id": 1085}]},
+                                          {"id": 1176}]})"));
+    CXrefToolBar* b = Make<CXrefToolBar>();
+    ASSERT_TRUE(b);
+    ASSERT_TRUE(b->RefreshButton());
+    ASSERT_TRUE(b->ChangePathButton());
+    EXPECT_EQ(b->DefaultAttachCommand(), 1107);
+
+    menus.ChooseCommand(1082);
+    ClickArrow(b->RefreshButton());
+    ClickMain(b->ChangePathButton());
+    EXPECT_EQ(menus.Count(), 0);
+    EXPECT_EQ(b->RefreshButton()->SplitButtonCommand(), -1);
+    ClickMain(b->RefreshButton());
+    ClickMain(b->AttachButton());
+    EXPECT_EQ(RaisedItems(), (std::vector<Trove::MenuItems>{Trove::Refresh, Trove::AttachImage}));
+}
 
 TEST(ToolBarWithoutParent, cannotBeCreated)
 {
