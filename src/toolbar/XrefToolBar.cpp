@@ -91,6 +91,11 @@ bool holdsTheDropDowns(const QMenu* menu)
 
 } // namespace
 
+// Defined here as well, so that hosts can bind them to references or take their addresses.
+const unsigned CXrefToolBar::m_toolTipInitialShowDelayTime;
+const unsigned CXrefToolBar::m_toolTipInitialReShowDelayTime;
+const int CXrefToolBar::TB_IMAGE_BORDER;
+
 CXrefToolBar::CXrefToolBar(bool attachDwg, bool attachImage, bool attachDwf, bool attachDgn,
                            bool attachPdf, bool attachPointCloud, bool attachModel)
 {

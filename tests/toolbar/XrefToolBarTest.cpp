@@ -346,6 +346,16 @@ TEST_F(ToolBarFixture, refreshOrPathEntryThatIsNoDropDownLeavesThatButtonWithout
     EXPECT_EQ(RaisedItems(), (std::vector<Trove::MenuItems>{Trove::Refresh, Trove::AttachImage}));
 }
 
+TEST(ToolBarConstants, areDefinedForHostsThatTakeTheirAddress)
+{
+    const unsigned* show = &CXrefToolBar::m_toolTipInitialShowDelayTime;
+    const unsigned* reShow = &CXrefToolBar::m_toolTipInitialReShowDelayTime;
+    const int* border = &CXrefToolBar::TB_IMAGE_BORDER;
+    EXPECT_EQ(*show, 200u);
+    EXPECT_EQ(*reShow, 200u);
+    EXPECT_EQ(*border, 3);
+}
+
 TEST(ToolBarWithoutParent, cannotBeCreated)
 {
     CXrefToolBar bar;
