@@ -2,6 +2,7 @@
 
 #include "framework/ZuUiTheme.h"
 
+#include <QAbstractItemView>
 #include <QFocusEvent>
 #include <QPointer>
 
@@ -12,6 +13,9 @@ CInPlaceComboBoxCtrl::CInPlaceComboBoxCtrl(int item, int subItem, const QStringL
     applyTheme();
     connect(&CZuUiTheme::Instance(), &CZuUiTheme::themeChanged, this,
             &CInPlaceComboBoxCtrl::applyTheme);
+    // The system also closes the drop-down without asking the combo box (the window loses the
+    // activation, another popup opens); that close-up must end the edit too.
+    view()->parentWidget()->installEventFilter(this);
 }
 
 CInPlaceComboBoxCtrl::~CInPlaceComboBoxCtrl() = default;
@@ -38,7 +42,22 @@ void CInPlaceComboBoxCtrl::hidePopup()
     const bool closingUp = m_popupOpen;
     m_popupOpen = false;
     QComboBox::hidePopup();
-    if (!closingUp || m_session.HasEnded())
+    if (closingUp)
+        closeUp();
+}
+
+bool CInPlaceComboBoxCtrl::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Hide && m_popupOpen && watched == view()->parentWidget()) {
+        m_popupOpen = false;
+        closeUp();
+    }
+    return QComboBox::eventFilter(watched, event);
+}
+
+void CInPlaceComboBoxCtrl::closeUp()
+{
+    if (m_session.HasEnded())
         return;
     if (QWidget* owner = parentWidget())
         owner->setFocus(Qt::OtherFocusReason);

@@ -45,6 +45,7 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -52,6 +53,8 @@ protected:
 private:
     /// Makes sure a choice is selected; false when none can be (no record is sent then).
     bool ensureSelection();
+    /// The drop-down has closed: the focus goes back to the owner and the edit ends.
+    void closeUp();
     void endEdit();
     void applyTheme();
     LabelEditInfo makeRecord(bool withText) const;

@@ -1,10 +1,11 @@
+#include "views/InPlaceComboBoxCtrl.h"
 #include "InPlaceEditorTestHost.h"
 #include "resources/TroveResources.h"
 #include "support/QtPrinters.h"
-#include "views/InPlaceComboBoxCtrl.h"
 #include "views/XrefInPlaceComboBoxCtrl.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QPointer>
 
 namespace {
@@ -120,6 +121,21 @@ TEST_F(InPlaceComboBoxCtrlTest, referenceTypeComboOffersTheLibrarysTypeTexts)
     open(QString(), varies);
     EXPECT_EQ(varies->currentIndex(), -1);
     EXPECT_TRUE(m_recorder->begins.empty());
+}
+
+TEST_F(InPlaceComboBoxCtrlTest, dropDownClosedByTheSystemStillEndsTheEdit)
+{
+    CInPlaceComboBoxCtrl* combo = open(QStringLiteral("Attach"));
+    combo->showPopup();
+    QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr);
+    // As when the window loses the activation: the popup goes without the combo box's word.
+    popup->close();
+    ASSERT_EQ(m_recorder->ends.size(), 1u);
+    EXPECT_EQ(m_recorder->ends[0].text, QStringLiteral("Attach"));
+    EXPECT_TRUE(m_owner->hasFocus());
+    flushDeletes();
+    EXPECT_TRUE(m_combo.isNull());
 }
 
 } // namespace
