@@ -19,8 +19,16 @@ bool CKvUiFolderBrowser::DoModal()
     m_selected.clear();
     if (const Handler& current = handler())
         return current(*this);
-    m_selected = QFileDialog::getExistingDirectory(m_owner, m_caption, m_startFolder,
-                                                   QFileDialog::ShowDirsOnly);
+    // Watched, as the owner may be destroyed while the browser waits and take it along.
+    QPointer<QFileDialog> dialog = new QFileDialog(m_owner, m_caption, m_startFolder);
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly, true);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog)
+        return false;
+    if (accepted)
+        m_selected = dialog->selectedFiles().value(0);
+    delete dialog.data();
     return !m_selected.isEmpty();
 }
 

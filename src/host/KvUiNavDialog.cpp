@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QPointer>
 
 namespace {
 
@@ -74,7 +75,10 @@ CKvUiNavDialog::Handler CKvUiNavDialog::SetHandler(Handler replacement)
 
 bool CKvUiNavDialog::runFileDialog(QWidget* parent)
 {
-    QFileDialog dialog(parent, m_caption);
+    // On the heap and watched: the parent may be destroyed while the dialog waits, and takes
+    // its child dialog with it, which a dialog on the stack would not survive.
+    QPointer<QFileDialog> watched = new QFileDialog(parent, m_caption);
+    QFileDialog& dialog = *watched;
     const QFileInfo initial(m_initialPath);
     if (!m_initialPath.isEmpty()) {
         if (initial.isDir()) {
@@ -103,8 +107,11 @@ bool CKvUiNavDialog::runFileDialog(QWidget* parent)
     if (HasFlag(AllowUrls))
         dialog.setSupportedSchemes({QStringLiteral("file"), QStringLiteral("http"),
                                     QStringLiteral("https"), QStringLiteral("ftp")});
-    if (dialog.exec() != QDialog::Accepted)
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    if (!watched)
         return false;
-    m_selected = dialog.selectedFiles();
+    if (accepted)
+        m_selected = watched->selectedFiles();
+    delete watched.data();
     return !m_selected.isEmpty();
 }

@@ -1,9 +1,14 @@
-#include "host/KvUiFolderBrowser.h"
 #include "host/KvUiNavDialog.h"
+#include "host/KvUiFolderBrowser.h"
 #include "support/FileDialogStandIn.h"
 #include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
 
 namespace {
 
@@ -69,6 +74,42 @@ TEST(FolderBrowserTest, startFolderReachesTheBrowserAndChoiceComesBack)
     ASSERT_EQ(standIn.Count(), 1);
     EXPECT_TRUE(standIn.ShownDialogs()[0].folderBrowser);
     EXPECT_EQ(standIn.ShownDialogs()[0].start, QStringLiteral("/data/site"));
+}
+
+// The window a dialog is modal to can go while the dialog waits (the host closes a drawing
+// from a timer); the dialog goes with it and its caller learns of a cancel.
+TEST(DefaultDialogsTest, ownerDestroyedWhileTheDialogIsOpenIsACancel)
+{
+    auto showWithOwnerGone = [](const std::function<bool(QWidget*)>& show) {
+        QPointer<QWidget> owner = new QWidget;
+        owner->show();
+        QTimer::singleShot(0, owner, [owner] {
+            EXPECT_NE(QApplication::activeModalWidget(), nullptr);
+            delete owner.data();
+        });
+        // Should the dialog outlive its owner after all, close it rather than hang.
+        QTimer guard;
+        guard.setInterval(2000);
+        QObject::connect(&guard, &QTimer::timeout, [] {
+            if (QWidget* modal = QApplication::activeModalWidget())
+                modal->close();
+        });
+        guard.start();
+        const bool chosen = show(owner);
+        EXPECT_TRUE(owner.isNull());
+        return chosen;
+    };
+    CKvUiNavDialog dialog;
+    dialog.SetCaption(QStringLiteral("Open Plan"));
+    EXPECT_FALSE(showWithOwnerGone([&](QWidget* owner) { return dialog.DoModal(owner); }));
+    EXPECT_TRUE(dialog.SelectedPaths().isEmpty());
+
+    std::unique_ptr<CKvUiFolderBrowser> browser;
+    EXPECT_FALSE(showWithOwnerGone([&](QWidget* owner) {
+        browser = std::make_unique<CKvUiFolderBrowser>(owner);
+        return browser->DoModal();
+    }));
+    EXPECT_TRUE(browser->SelectedFolder().isEmpty());
 }
 
 } // namespace
