@@ -143,8 +143,9 @@ bool CInPlaceFileEditCtrl::bracketDialog(const std::function<bool()>& show, bool
 bool CInPlaceFileEditCtrl::browseForFile()
 {
     if (!m_navDialog)
-        m_navDialog = std::make_unique<CKvUiNavDialog>();
-    CKvUiNavDialog& dialog = *m_navDialog;
+        m_navDialog = std::make_shared<CKvUiNavDialog>();
+    const std::shared_ptr<CKvUiNavDialog> keep = m_navDialog;
+    CKvUiNavDialog& dialog = *keep;
     unsigned options = CKvUiNavDialog::HideReadOnly | CKvUiNavDialog::StrictExtension |
                        CKvUiNavDialog::AllowUrls | CKvUiNavDialog::ExtraExtensions |
                        CKvUiNavDialog::OkButtonMenu;
@@ -175,8 +176,9 @@ bool CInPlaceFileEditCtrl::browseForFile()
 bool CInPlaceFileEditCtrl::browseForFolder()
 {
     if (!m_folderBrowser)
-        m_folderBrowser = std::make_unique<CKvUiFolderBrowser>(this);
-    CKvUiFolderBrowser& browser = *m_folderBrowser;
+        m_folderBrowser = std::make_shared<CKvUiFolderBrowser>(this);
+    const std::shared_ptr<CKvUiFolderBrowser> keep = m_folderBrowser;
+    CKvUiFolderBrowser& browser = *keep;
     browser.SetStartFolder(PathName(GetFiles().value(0)));
 
     bool chosen = false;

@@ -152,8 +152,9 @@ private:
     QColor m_buttonColor;
     QStringList m_files;
     bool m_filesStale = true;
-    std::unique_ptr<CKvUiNavDialog> m_navDialog;
-    std::unique_ptr<CKvUiFolderBrowser> m_folderBrowser;
+    // Shared so that a dialog still showing outlives an editor destroyed meanwhile.
+    std::shared_ptr<CKvUiNavDialog> m_navDialog;
+    std::shared_ptr<CKvUiFolderBrowser> m_folderBrowser;
     QRect m_buttonRect;
     CZuToolTipCtrl* m_toolTip = nullptr;
     bool m_buttonDown = false;    // pressed on the button, mouse not yet released

@@ -1,10 +1,10 @@
+#include "views/InPlaceFileEditCtrl.h"
 #include "InPlaceEditorTestHost.h"
 #include "framework/ZuToolTipCtrl.h"
 #include "support/FileDialogStandIn.h"
 #include "support/QtPrinters.h"
 #include "support/ScopedOverrides.h"
 #include "support/ShortcutFileBuilder.h"
-#include "views/InPlaceFileEditCtrl.h"
 
 #include <QCursor>
 #include <QDir>
@@ -246,6 +246,20 @@ TEST_F(InPlaceFileEditCtrlTest, folderBrowseStartsAtTheTextAndReplacesIt)
     EXPECT_EQ(m_dialogs.ShownDialogs()[0].start, m_dir.filePath(QStringLiteral("site")));
     EXPECT_EQ(editor->text(), m_dir.filePath(QStringLiteral("site/xrefs")));
     EXPECT_EQ(m_events, (QStringList{QStringLiteral("opening"), QStringLiteral("closed")}));
+}
+
+TEST_F(InPlaceFileEditCtrlTest, editorDestroyedWhileItsDialogIsOpenLeavesQuietly)
+{
+    m_dialogs.WhileOpen([this] { delete m_editor.data(); });
+    m_dialogs.Choose({m_dir.filePath(QStringLiteral("a.dwg"))});
+    for (unsigned flags : {unsigned(Ctrl::BrowseOpen), unsigned(Ctrl::BrowseFolder)}) {
+        m_events.clear();
+        Ctrl* editor = open(QStringLiteral("plan.dwg"), flags);
+        EXPECT_FALSE(editor->Browse());
+        EXPECT_TRUE(m_editor.isNull());
+        EXPECT_EQ(m_events, QStringList{QStringLiteral("opening")});
+        EXPECT_TRUE(m_proposals.empty());
+    }
 }
 
 TEST_F(InPlaceFileEditCtrlTest, toolTipsShowWhatTheirFlagsAsk)
