@@ -43,16 +43,23 @@ void CInPlaceComboBoxCtrl::hidePopup()
     m_popupOpen = false;
     QComboBox::hidePopup();
     if (closingUp)
-        closeUp();
+        closeUpLater();
 }
 
 bool CInPlaceComboBoxCtrl::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Hide && m_popupOpen && watched == view()->parentWidget()) {
         m_popupOpen = false;
-        closeUp();
+        closeUpLater();
     }
     return QComboBox::eventFilter(watched, event);
+}
+
+void CInPlaceComboBoxCtrl::closeUpLater()
+{
+    // The combo box closes its list before it takes the entry chosen there (by Enter or a
+    // click); the edit ends once the choice is in.
+    QMetaObject::invokeMethod(this, &CInPlaceComboBoxCtrl::closeUp, Qt::QueuedConnection);
 }
 
 void CInPlaceComboBoxCtrl::closeUp()

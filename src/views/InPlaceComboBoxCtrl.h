@@ -55,6 +55,7 @@ private:
     bool ensureSelection();
     /// The drop-down has closed: the focus goes back to the owner and the edit ends.
     void closeUp();
+    void closeUpLater();
     void endEdit();
     void applyTheme();
     LabelEditInfo makeRecord(bool withText) const;

@@ -78,10 +78,12 @@ TEST_F(InPlaceComboBoxCtrlTest, closingTheDropDownEndsTheEditWithTheChoiceAndIts
     EXPECT_TRUE(m_recorder->ends.empty()) << "opening the list is part of the edit";
     combo->setCurrentIndex(1);
     combo->hidePopup();
+    QCoreApplication::processEvents();
     ASSERT_EQ(m_recorder->ends.size(), 1u);
     EXPECT_EQ(m_recorder->ends[0].text, QStringLiteral("Overlay"));
     EXPECT_EQ(m_recorder->ends[0].param, QVariant(1074));
-    EXPECT_TRUE(m_owner->hasFocus());
+    // The offscreen platform leaves the activation with the closed list: ask the window.
+    EXPECT_EQ(m_window.focusWidget(), m_owner);
     flushDeletes();
     EXPECT_TRUE(m_combo.isNull());
 }
@@ -131,11 +133,33 @@ TEST_F(InPlaceComboBoxCtrlTest, dropDownClosedByTheSystemStillEndsTheEdit)
     ASSERT_NE(popup, nullptr);
     // As when the window loses the activation: the popup goes without the combo box's word.
     popup->close();
+    QCoreApplication::processEvents();
     ASSERT_EQ(m_recorder->ends.size(), 1u);
     EXPECT_EQ(m_recorder->ends[0].text, QStringLiteral("Attach"));
-    EXPECT_TRUE(m_owner->hasFocus());
+    EXPECT_EQ(m_window.focusWidget(), m_owner);
     flushDeletes();
     EXPECT_TRUE(m_combo.isNull());
+}
+
+TEST_F(InPlaceComboBoxCtrlTest, choiceMadeInTheDropDownIsTheOneReported)
+{
+    CInPlaceComboBoxCtrl* combo = open(QStringLiteral("Attach"));
+    combo->showPopup();
+    ASSERT_TRUE(combo->view()->isVisible());
+    QTest::keyClick(combo->view(), Qt::Key_Down);
+    QTest::keyClick(combo->view(), Qt::Key_Return);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(m_recorder->ends.size(), 1u);
+    EXPECT_EQ(m_recorder->ends[0].text, QStringLiteral("Overlay"));
+
+    combo = open(QStringLiteral("Attach"));
+    combo->showPopup();
+    const QRect third = combo->view()->visualRect(combo->model()->index(2, 0));
+    QTest::mouseMove(combo->view()->viewport(), third.center());
+    QTest::mouseClick(combo->view()->viewport(), Qt::LeftButton, Qt::NoModifier, third.center());
+    QCoreApplication::processEvents();
+    ASSERT_EQ(m_recorder->ends.size(), 1u);
+    EXPECT_EQ(m_recorder->ends[0].text, QStringLiteral("Overlay nested"));
 }
 
 } // namespace
