@@ -3,6 +3,7 @@
 #include "host/ZuIntImgServices.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 
 #include <poppler-qt6.h>
@@ -120,6 +121,10 @@ bool KvDbRasterImageDef::load(int width, int height)
     m_image = QImage();
     m_thumbnail = PackedDib();
     if (m_path.isEmpty() || width <= 0 || height <= 0)
+        return false;
+    // Regular files only: a named pipe would make the readers wait for a writer, and a device
+    // may never end.
+    if (!QFileInfo(m_path).isFile())
         return false;
     const QSize box(width, height);
     m_image = looksLikePdf(m_path) ? renderPdfFirstPage(m_path, box) : readImage(m_path, box);

@@ -3,6 +3,7 @@
 #include "host/ZuIntImgServices.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QtEndian>
 
 #include <array>
@@ -96,7 +97,12 @@ PackedDib ExtractDwgThumbnail(const std::wstring& path)
 {
     if (path.empty())
         return {};
-    QFile file(QString::fromStdWString(path));
+    const QString name = QString::fromStdWString(path);
+    // Regular files only: opening a named pipe waits for a writer, and that would freeze the
+    // user interface while the pointer rests on a reference.
+    if (!QFileInfo(name).isFile())
+        return {};
+    QFile file(name);
     // Unbuffered: the reader touches a few small regions of a possibly large file, and a read
     // buffer would pull in more than that.
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))

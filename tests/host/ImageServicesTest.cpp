@@ -3,6 +3,7 @@
 
 #include "host/KvDbRasterImageDef.h"
 #include "host/ZuIntImgServices.h"
+#include "support/NamedPipe.h"
 
 #include <gtest/gtest.h>
 
@@ -257,6 +258,14 @@ TEST(RasterImageDef, whatCannotBeReadLoadsNothing)
         def.setSourceFileName(path);
         EXPECT_FALSE(def.load(128, 128)) << path.toStdString();
         EXPECT_EQ(def.getThumbnailDib(50, 50), nullptr) << path.toStdString();
+    }
+    // A named pipe is no file: the readers must not sit waiting for someone to write to it.
+    NamedPipe pipe(dir.filePath("pipe.png"));
+    if (pipe.IsValid()) {
+        def.setSourceFileName(pipe.Path());
+        bool loaded = true;
+        EXPECT_TRUE(pipe.ReturnsWithoutWaiting([&] { loaded = def.load(128, 128); }));
+        EXPECT_FALSE(loaded);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "services/DwgThumbnail.h"
 #include "support/DibBuilder.h"
 #include "support/DrawingFileBuilder.h"
+#include "support/NamedPipe.h"
 
 #include <gtest/gtest.h>
 
@@ -252,6 +253,14 @@ TEST(DwgThumbnailFiles, readsThroughThePathAndRefusesWhatIsNoFile)
     EXPECT_TRUE(TroveUI::ExtractDwgThumbnail(dir.filePath("missing.dwg").toStdWString()).IsNull());
     EXPECT_TRUE(TroveUI::ExtractDwgThumbnail(dir.path().toStdWString()).IsNull());
     EXPECT_TRUE(TroveUI::ExtractDwgThumbnail(std::wstring()).IsNull());
+    // A named pipe would keep the reader waiting for a writer.
+    NamedPipe pipe(dir.filePath("pipe.dwg"));
+    if (pipe.IsValid()) {
+        PackedDib fromPipe(QByteArray("not read"));
+        EXPECT_TRUE(pipe.ReturnsWithoutWaiting(
+            [&] { fromPipe = TroveUI::ExtractDwgThumbnail(pipe.Path().toStdWString()); }));
+        EXPECT_TRUE(fromPipe.IsNull());
+    }
 }
 
 TEST(DwgThumbnailFiles, readsOnlyTheHeaderTheDirectoryAndOneEntry)
