@@ -5,8 +5,11 @@
 #include "views/XrefInPlaceComboBoxCtrl.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QPointer>
+
+#include <map>
 
 namespace {
 
@@ -90,7 +93,19 @@ TEST_F(InPlaceComboBoxCtrlTest, closingTheDropDownEndsTheEditWithTheChoiceAndIts
 
 TEST_F(InPlaceComboBoxCtrlTest, escapeCancelsAndEnterKeepsTheChoice)
 {
+    // Enter and Escape stay with the combo box although the host has shortcuts on them; Delete,
+    // which a list of choices has no use for, is left to the host.
+    std::map<int, int> triggered;
+    for (Qt::Key key : {Qt::Key_Escape, Qt::Key_Enter, Qt::Key_Delete}) {
+        auto* action = new QAction(&m_window);
+        action->setShortcut(QKeySequence(key));
+        QObject::connect(action, &QAction::triggered, [&triggered, key] { ++triggered[key]; });
+        m_window.addAction(action);
+    }
+
     CInPlaceComboBoxCtrl* combo = open(QStringLiteral("Attach"));
+    QTest::keyClick(combo, Qt::Key_Delete);
+    EXPECT_EQ(triggered[Qt::Key_Delete], 1);
     QTest::keyClick(combo, Qt::Key_Down);
     QTest::keyClick(combo, Qt::Key_Escape);
     ASSERT_EQ(m_recorder->ends.size(), 1u);
@@ -103,6 +118,8 @@ TEST_F(InPlaceComboBoxCtrlTest, escapeCancelsAndEnterKeepsTheChoice)
     ASSERT_EQ(m_recorder->ends.size(), 1u);
     EXPECT_EQ(m_recorder->ends[0].text, QStringLiteral("Overlay"));
     EXPECT_EQ(m_owner->keyPresses, 0);
+    EXPECT_EQ(triggered[Qt::Key_Escape], 0);
+    EXPECT_EQ(triggered[Qt::Key_Enter], 0);
 }
 
 TEST_F(InPlaceComboBoxCtrlTest, referenceTypeComboOffersTheLibrarysTypeTexts)
