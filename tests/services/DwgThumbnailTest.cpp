@@ -178,6 +178,12 @@ TEST(DwgThumbnailEntries, entriesAboveTheSizeLimitAreSkipped)
                     .AddEntry(DrawingFileBuilder::Bmp, redDib(), std::nullopt, 100000001u)
                     .AddPng(bluePng()));
     EXPECT_EQ(centre(dib), qRgb(0, 0, 200));
+    // The limit itself is allowed: such an entry is taken, and as this file cannot hold it,
+    // the reading ends there without a picture instead of moving on to the PNG.
+    EXPECT_TRUE(extract(DrawingFileBuilder()
+                            .AddEntry(DrawingFileBuilder::Bmp, redDib(), std::nullopt, 100000000u)
+                            .AddPng(bluePng()))
+                    .IsNull());
 }
 
 TEST(DwgThumbnailEntries, zeroHeaderWordDiscardsTheFirstUsableEntry)

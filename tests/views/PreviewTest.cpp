@@ -113,7 +113,8 @@ TEST(PreviewPictures, packedLengthPadsRowsToSixteenBits)
     const Case cases[] = {
         {3, 2, 8, 0, 40 + 8 + 1024},  // ((3 * 8 + 15) / 16) * 2 * 2
         {5, 2, 8, 0, 40 + 12 + 1024}, // 16-bit rows: 6 bytes where the pixels use 8
-        {1, 1, 1, 0, 40 + 2 + 8},     {5, 3, 24, 0, 40 + 48}, {5, 3, 24, 100, 140},
+        {1, 1, 1, 0, 40 + 2 + 8},     {4, 2, 16, 0, 40 + 16}, // no colour table above 8 bits
+        {5, 3, 24, 0, 40 + 48},       {5, 3, 24, 100, 140},
         {5, -3, 24, 0, 40 - 48}, // top-down with no image size: negative
     };
     for (const Case& c : cases) {
