@@ -8,6 +8,7 @@
 #include "services/ToolTipPreviewAssist.h"
 #include "support/DibBuilder.h"
 #include "support/DrawingFileBuilder.h"
+#include "support/ScopedResourceModule.h"
 #include "views/XrefPreview.h"
 
 #include <QTemporaryDir>
@@ -84,6 +85,19 @@ TEST_F(ItemToolTip, pendingRelativePathIsStarredAndExplained)
                                      "Saved Path: *..\\site\\level1.dwg\n"
                                      "The path becomes relative when the drawing is saved."))
         << description.toStdString();
+}
+
+TEST_F(ItemToolTip, missingTextsLeaveTheSeparators)
+{
+    item->pendingRelativePath = true;
+    ScopedResourceModule noTexts(false);
+    EXPECT_EQ(tip(0, 1)->GetDescription(), ": Level 1\n"
+                                           ": Loaded\n"
+                                           ": 22.9 KB\n"
+                                           ": Attach\n"
+                                           ": 11/23/2026 4:30 AM\n"
+                                           ": /projects/site/level1.dwg\n"
+                                           ": *./level1.dwg\n");
 }
 
 TEST_F(ItemToolTip, styleDecidesTheFlagsAndSizeTheEdge)
