@@ -31,8 +31,11 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
                                           ItemPainting::IconRect(cell, centredLeft));
         break;
     case CTroveListModel::kTypeIconColumn:
-        CXrefPanelCtrlItemTypes::ActiveImageList().Draw(
-            *painter, row->typeImage, ItemPainting::IconRect(cell, centredLeft), row->Overlay());
+        // The badge belongs to the type icon: a row without one shows neither, as in the tree.
+        if (row->typeImage >= 0)
+            CXrefPanelCtrlItemTypes::ActiveImageList().Draw(
+                *painter, row->typeImage, ItemPainting::IconRect(cell, centredLeft),
+                row->Overlay());
         break;
     case CTroveListModel::kStatusColumn: {
         int left = cell.left() + margin;

@@ -211,3 +211,20 @@ TEST_F(RenderTest, iconsAndTextsLandInTheirCellsInBothThemes)
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(RenderTest, badgeNeedsATypeIconToSitOn)
+{
+    // A class the registry does not know has no type icon; its status badge must not float in
+    // the empty cell on its own.
+    auto* plain = new TestXrefItem(*panel);
+    panel->InsertItem(*plain, *root, nullptr);
+    plain->SetText(L"Unregistered");
+    plain->SetReferenceStatus(RefStatus::Unresolved, 4);
+    const QImage image = Render(1.0);
+    EXPECT_FALSE(Drawn(image, CellRect(plain->LVItemIndex(), 1)));
+    EXPECT_TRUE(Drawn(image, CellRect(plain->LVItemIndex(), 3))) << "the status icon still shows";
+}
+
+} // namespace
