@@ -91,9 +91,10 @@ QVariant CTroveListModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
         return {};
+    // No tool tip role: a cell's tip, if any, is chosen by the list from the host's tool-tip
+    // setting, never a plain copy of the cell's text.
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
         return CellText(index.row(), index.column());
     default:

@@ -88,3 +88,30 @@ TEST_F(ListModelTest, cellWritesAreAnnouncedTogether)
 }
 
 } // namespace
+
+#include "support/ScopedOverrides.h"
+
+#include <QHelpEvent>
+#include <QToolTip>
+
+namespace {
+
+TEST_F(ListModelTest, cellsOfferNoToolTipsOfTheirOwn)
+{
+    // Which tip a cell shows, if any, is the list's decision (it follows the host's tool-tip
+    // setting); the rows must not bring a plain tip with every cell's text.
+    ScopedSystemVariable tips(QStringLiteral("TOOLTIPS"), QVariant(0));
+    TestXrefItem* ref = Add(L"Detail");
+    ref->SetSavedPath(L"C:\\Work\\detail.dwg");
+    CTroveListCtrl& list = *panel->GetListCtrl();
+    list.resize(600, 200);
+    list.show();
+    QToolTip::hideText();
+    const QRect cell = list.visualRect(List().index(ref->LVItemIndex(), Column::SavedPath));
+    QHelpEvent event(QEvent::ToolTip, cell.center(), list.viewport()->mapToGlobal(cell.center()));
+    QApplication::sendEvent(list.viewport(), &event);
+    EXPECT_TRUE(QToolTip::text().isEmpty()) << QToolTip::text().toStdString();
+    QToolTip::hideText();
+}
+
+} // namespace
