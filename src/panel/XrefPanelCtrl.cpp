@@ -305,12 +305,17 @@ void CXrefPanelCtrl::onTreeItemToBeDeleted(CXrefPanelCtrlItem* item)
 void CXrefPanelCtrl::DeleteTreeItem(CXrefPanelCtrlItem& item)
 {
     clearSelection();
+    // A subtree's rows leave the list together once every item has been reported.
+    if (m_listCtrl)
+        m_listCtrl->Model().BeginRemovals();
     OnTreeItemToBeDeleted(item);
-    if (!m_treeCtrl || !item.m_treeItem)
-        return;
-    m_treeCtrl->DeleteChildren(item.m_treeItem);
-    m_treeCtrl->DeleteItem(item.m_treeItem);
-    item.m_treeItem = nullptr;
+    if (m_treeCtrl && item.m_treeItem) {
+        m_treeCtrl->DeleteChildren(item.m_treeItem);
+        m_treeCtrl->DeleteItem(item.m_treeItem);
+        item.m_treeItem = nullptr;
+    }
+    if (m_listCtrl)
+        m_listCtrl->Model().EndRemovals();
 }
 
 void CXrefPanelCtrl::DeleteAllItems()

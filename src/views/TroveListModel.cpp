@@ -140,8 +140,14 @@ int CTroveListModel::AppendRow(CTroveListCtrlItem& data)
 
 bool CTroveListModel::RemoveRow(int row)
 {
-    if (row < 0 || row >= int(m_rows.size()))
+    if (row < 0 || row >= int(m_rows.size()) || !m_rows[row].data)
         return false;
+    if (m_removalDepth > 0) {
+        m_rows[row].data->m_row = -1;
+        m_rows[row].data = nullptr;
+        ++m_removedRows;
+        return true;
+    }
     announceRows();
     beginRemoveRows(QModelIndex(), row, row);
     if (CTroveListCtrlItem* data = m_rows[row].data)
@@ -167,6 +173,7 @@ void CTroveListModel::RemoveAllRows()
     }
     m_rows.clear();
     m_announcedRows = 0;
+    m_removedRows = 0;
     m_sharedTexts = QStringList{QString()};
     m_sharedTextIds.clear();
     endResetModel();
@@ -330,6 +337,7 @@ bool CTroveListModel::SetItemState(int row, unsigned state, unsigned mask)
 void CTroveListModel::SortRows(
     const std::function<bool(const CTroveListRow&, const CTroveListRow&)>& lessThan)
 {
+    dropRemovedRows();
     announceRows();
     const int count = int(m_rows.size());
     if (count < 2)
@@ -373,6 +381,58 @@ void CTroveListModel::EndBatch()
 {
     if (m_batchDepth > 0 && --m_batchDepth == 0)
         announceRows();
+}
+
+void CTroveListModel::BeginRemovals()
+{
+    ++m_removalDepth;
+}
+
+void CTroveListModel::EndRemovals()
+{
+    if (m_removalDepth > 0 && --m_removalDepth == 0)
+        dropRemovedRows();
+}
+
+void CTroveListModel::dropRemovedRows()
+{
+    if (m_removedRows == 0)
+        return;
+    announceRows();
+    FlushChanges();
+    // The removed rows as runs of neighbours, last run first so that each removal leaves the
+    // rows of the runs still to come where they are.
+    std::vector<std::pair<int, int>> runs;
+    for (int row = int(m_rows.size()) - 1; row >= 0; --row) {
+        if (m_rows[row].data)
+            continue;
+        if (!runs.empty() && runs.back().first == row + 1)
+            runs.back().first = row;
+        else
+            runs.emplace_back(row, row);
+    }
+    m_removedRows = 0;
+    // A few runs (one subtree's rows, inserted together) are announced as they are; many
+    // scattered runs would cost the views a pass each, so they get one reset instead. The
+    // selection is empty by then: the panel clears it before removing.
+    constexpr std::size_t kMaxRuns = 8;
+    if (runs.size() <= kMaxRuns) {
+        for (const auto& [first, last] : runs) {
+            beginRemoveRows(QModelIndex(), first, last);
+            m_rows.erase(m_rows.begin() + first, m_rows.begin() + last + 1);
+            m_announcedRows = int(m_rows.size());
+            endRemoveRows();
+        }
+    } else {
+        beginResetModel();
+        m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(),
+                                    [](const CTroveListRow& row) { return !row.data; }),
+                     m_rows.end());
+        m_announcedRows = int(m_rows.size());
+        endResetModel();
+    }
+    for (int i = runs.back().first; i < int(m_rows.size()); ++i)
+        m_rows[i].data->m_row = i;
 }
 
 void CTroveListModel::announceRows()

@@ -41,9 +41,12 @@ public:
                         int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
-    int RowCount() const { return int(m_rows.size()); }
+    /// The number of rows, not counting those removed in an open removal batch.
+    int RowCount() const { return int(m_rows.size()) - m_removedRows; }
     /// Appends a row whose item data is @p data; returns its index.
     int AppendRow(CTroveListCtrlItem& data);
+    /// Removes @p row. Inside a removal batch the row only loses its item data and the other
+    /// rows keep their indexes until the batch ends.
     bool RemoveRow(int row);
     void RemoveAllRows();
     const CTroveListRow* Row(int row) const;
@@ -79,6 +82,12 @@ public:
     void EndBatch();
     bool InBatch() const { return m_batchDepth > 0; }
 
+    /// While a removal batch is open, removed rows stay in place without item data; the batch's
+    /// end takes them all out in one pass. Removing a subtree of thousands of references is then
+    /// linear instead of shifting every later row once per reference. Calls nest.
+    void BeginRemovals();
+    void EndRemovals();
+
     /// Cell writes are announced (dataChanged) in one batch when control returns to the event
     /// loop; this announces them now.
     void FlushChanges();
@@ -93,8 +102,12 @@ private:
     QStringList m_sharedTexts{QString()};
     QHash<QString, int> m_sharedTextIds;
     void announceRows();
+    /// Takes out the rows removed during a removal batch.
+    void dropRemovedRows();
 
     int m_batchDepth = 0;
+    int m_removalDepth = 0;
+    int m_removedRows = 0;
     int m_announcedRows = 0;
     int m_changedFirst = -1;
     int m_changedLast = -1;

@@ -2,6 +2,9 @@
 
 #include "ItemFixture.h"
 
+#include <QHeaderView>
+#include <QSignalSpy>
+
 using testing::_;
 using testing::Ref;
 
@@ -157,6 +160,57 @@ TEST_F(ItemTreeTest, subtreeIsReportedDeepestFirstAndDestroyed)
     EXPECT_EQ(List().RowCount(), 1) << "every descendant's row went with it";
     EXPECT_EQ(a->GetTreeItem(), nullptr);
     delete a; // the named item stays the caller's; ASan reports if the descendants leaked
+}
+
+TEST_F(ItemTreeTest, subtreeRowsLeaveTheListTogether)
+{
+    TestXrefItem* drawing = Add(L"Drawing");
+    for (int i = 0; i < 300; ++i)
+        Add(L"Part " + std::to_wstring(i), drawing);
+    TestXrefItem* after = Add(L"After");
+    QSignalSpy removed(&List(), &QAbstractItemModel::rowsRemoved);
+    std::vector<int> countsSeenByHost;
+    EXPECT_CALL(*panel, OnItemRemoved(_)).Times(301).WillRepeatedly([&](CXrefPanelCtrlItem&) {
+        countsSeenByHost.push_back(panel->GetUniqueXrefCount());
+    });
+    panel->DeleteTreeItem(*drawing);
+    delete drawing;
+    EXPECT_EQ(removed.count(), 1) << "one subtree's rows are one removal for the views";
+    EXPECT_EQ(countsSeenByHost.front(), 301) << "each report already counts its row as gone";
+    EXPECT_EQ(countsSeenByHost.back(), 1);
+    EXPECT_EQ(List().RowCount(), 2);
+    EXPECT_EQ(after->LVItemIndex(), 1);
+    EXPECT_EQ(Cell(*after, Column::ReferenceName), QStringLiteral("After"));
+}
+
+TEST_F(ItemTreeTest, scatteredSubtreeRowsLeaveTheOthersInOrder)
+{
+    TestXrefItem* drawing = Add(L"Drawing");
+    std::vector<TestXrefItem*> others;
+    for (int i = 0; i < 40; ++i) {
+        Add(L"Part " + std::to_wstring(i), drawing);
+        others.push_back(Add(L"Other " + std::to_wstring(i)));
+    }
+    // Sorted by name the parts and the others alternate with each other.
+    List().SortRows([](const CTroveListRow& x, const CTroveListRow& y) {
+        return x.name.section(QLatin1Char(' '), 1).toInt() <
+               y.name.section(QLatin1Char(' '), 1).toInt();
+    });
+    CTroveListCtrl& list = *panel->GetListCtrl();
+    const int nameWidth = list.header()->sectionSize(Column::ReferenceName);
+    panel->DeleteTreeItem(*drawing);
+    delete drawing;
+    ASSERT_EQ(List().RowCount(), 41);
+    for (int row = 0; row < List().RowCount(); ++row) {
+        const CTroveListCtrlItem* record = List().Row(row)->data;
+        ASSERT_NE(record, nullptr) << row;
+        EXPECT_EQ(record->Row(), row);
+    }
+    for (std::size_t i = 1; i < others.size(); ++i)
+        EXPECT_LT(others[i - 1]->LVItemIndex(), others[i]->LVItemIndex()) << i;
+    EXPECT_EQ(Cell(*others[7], Column::ReferenceName), QStringLiteral("Other 7"));
+    EXPECT_EQ(list.header()->sectionSize(Column::ReferenceName), nameWidth);
+    EXPECT_EQ(list.model()->rowCount(), 41);
 }
 
 TEST_F(ItemTreeTest, deleteAllEmptiesBothViewsAndDestroysEveryItem)

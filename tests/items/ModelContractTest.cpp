@@ -54,6 +54,17 @@ TEST_F(ModelContractTest, fillShareSortAndEmptyKeepTheContract)
             [](const CTroveListRow& x, const CTroveListRow& y) { return x.name > y.name; });
         panel->DeleteTreeItem(*c);
         delete c;
+        // Many scattered rows of one subtree.
+        TestXrefItem* d = Add(L"D");
+        for (int i = 0; i < 30; ++i) {
+            Add(L"D" + std::to_wstring(i), d);
+            Add(L"E" + std::to_wstring(i));
+        }
+        List().SortRows([](const CTroveListRow& x, const CTroveListRow& y) {
+            return x.name.mid(1).toInt() < y.name.mid(1).toInt();
+        });
+        panel->DeleteTreeItem(*d);
+        delete d;
         panel->DeleteAllItems();
         root = new TestXrefItem(*panel, true);
         panel->InsertRootItem(*root);
