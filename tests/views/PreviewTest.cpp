@@ -159,3 +159,36 @@ TEST(PreviewPictures, packedDibIsCopiedByItsReckonedLength)
     EXPECT_FALSE(preview.HasNoPicture());
     EXPECT_TRUE(preview.Picture().isNull());
 }
+
+// A line drawing shrunk to a third: one-pixel dark lines at columns the reduction does not
+// sample. Pictures of few colours keep them; no picture is ever blended into new colours.
+TEST(PreviewPainting, shrinkingKeepsThinDarkLinesOfFewColourPicturesAndNeverBlends)
+{
+    const auto lineAt = [](int x, int) { return std::uint32_t(x % 30 == 16 ? 1 : 0); };
+    const auto drawn = [](const PackedDib& dib) {
+        CXrefPreview preview;
+        preview.resize(114, 114); // 100 x 100 inside the margins: 300 x 300 drawn at a third
+        preview.SetPreviewBitmap(&dib, nullptr, 0);
+        return preview.grab().toImage().copy(7, 7, 100, 100);
+    };
+    const auto columnsWith = [](const QImage& image, QRgb color) {
+        int count = 0;
+        for (int x = 0; x < image.width(); ++x)
+            count += image.pixel(x, 50) == color;
+        return count;
+    };
+    const QRgb white = qRgb(255, 255, 255);
+    const QRgb black = qRgb(0, 0, 0);
+    for (const int bits : {1, 4, 8}) {
+        const QImage image = drawn(
+            DibBuilder(300, 300, bits).ClrUsed(2).Palette({white, black}).Pixels(lineAt).Dib());
+        EXPECT_EQ(columnsWith(image, black), 10) << bits << " bits";
+        EXPECT_EQ(columnsWith(image, black) + columnsWith(image, white), 100) << bits << " bits";
+    }
+    // Many colours: pixels are dropped, not averaged; every pixel keeps a colour of the source.
+    const QImage rich = drawn(
+        DibBuilder(300, 300, 24)
+            .Pixels([](int x, int) { return std::uint32_t(x % 2 ? 0xFF000000u : 0xFFFFFFFFu); })
+            .Dib());
+    EXPECT_EQ(columnsWith(rich, black) + columnsWith(rich, white), 100);
+}
