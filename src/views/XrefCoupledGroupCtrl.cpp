@@ -12,7 +12,9 @@ void place(QWidget* pane, int x, int y, int width, int height)
 
 } // namespace
 
-CXrefCoupledGroupCtrl::CXrefCoupledGroupCtrl(QWidget* parent) : CZuUiCoupledGroupCtrl(parent) {}
+CXrefCoupledGroupCtrl::CXrefCoupledGroupCtrl(QWidget* parent)
+    : MyExKvTroveUiCoupledGroupCtrl(parent)
+{}
 
 void CXrefCoupledGroupCtrl::LayoutPanes(int cx, int cy)
 {

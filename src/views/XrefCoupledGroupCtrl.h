@@ -2,12 +2,12 @@
 
 #include "kvxreftroveui_export.h"
 
-#include "framework/ZuUiCoupledGroupCtrl.h"
+#include "views/MyExKvTroveUiCoupledGroupCtrl.h"
 
 /// The panel's splitter: the file references group above, the details or preview group below.
 /// A collapsed pane keeps just its header and the other pane takes the rest; otherwise the split
 /// ratio places the bar, kept far enough from either edge that both headers stay in view.
-class KVXREFTROVEUI_EXPORT CXrefCoupledGroupCtrl : public CZuUiCoupledGroupCtrl
+class KVXREFTROVEUI_EXPORT CXrefCoupledGroupCtrl : public MyExKvTroveUiCoupledGroupCtrl
 {
     Q_OBJECT
 public:
