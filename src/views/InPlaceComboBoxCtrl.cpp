@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QFocusEvent>
 #include <QPointer>
+#include <QStyle>
 
 CInPlaceComboBoxCtrl::CInPlaceComboBoxCtrl(int item, int subItem, const QStringList& choices,
                                            const QString& initialValue)
@@ -33,6 +34,11 @@ bool CInPlaceComboBoxCtrl::Create(const QRect& rect, QWidget* parent, int contro
 void CInPlaceComboBoxCtrl::showPopup()
 {
     m_popupOpen = true;
+    // A cell can be narrower than its choices; the list then widens to show them whole.
+    const int scrollBar = view()->verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOn
+                              ? style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, view())
+                              : 0;
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + scrollBar + 2 * view()->frameWidth());
     QComboBox::showPopup();
 }
 
@@ -136,7 +142,11 @@ void CInPlaceComboBoxCtrl::endEdit()
 
 void CInPlaceComboBoxCtrl::applyTheme()
 {
-    setPalette(CZuUiTheme::Instance().Palette());
+    const QPalette palette = CZuUiTheme::Instance().Palette();
+    setPalette(palette);
+    // The drop-down is a window of its own, which takes no palette from the combo box.
+    view()->parentWidget()->setPalette(palette);
+    view()->setPalette(palette);
 }
 
 LabelEditInfo CInPlaceComboBoxCtrl::makeRecord(bool withText) const

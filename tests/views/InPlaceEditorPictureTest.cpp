@@ -6,10 +6,13 @@
 #include "support/ScopedOverrides.h"
 #include "views/InPlaceComboBoxCtrl.h"
 #include "views/InPlaceFileEditCtrl.h"
+#include "views/XrefInPlaceComboBoxCtrl.h"
 
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiTheme.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
 #include <QDir>
 #include <QImage>
 
@@ -116,6 +119,29 @@ TEST_P(InPlaceEditorPicture, editorsStandOutFromTheCellInTheTheme)
     EXPECT_GE(inked, 3 * diameter * diameter / 2);
     EXPECT_LE(inked, 3 * (diameter + 1) * (diameter + 1));
     EXPECT_GT(pixelsOf(fileImage, face, faceColour), face.width() * face.height() / 2);
+}
+
+TEST_P(InPlaceEditorPicture, dropDownFollowsTheThemeAndShowsItsChoicesWhole)
+{
+    ScopedTheme theme(GetParam().dark);
+    ScopedDpiScale scale(GetParam().scale);
+    auto* combo = new CXrefInPlaceComboBoxCtrl(0, 1, QStringLiteral("Overlay"));
+    // A narrow cell: narrower than the longer choice with the list's scroll bar beside it.
+    ASSERT_TRUE(combo->Create(QRect(10, 10, 60, CZuUiHiDpi::ScaleY(20)), m_owner, 40002));
+    combo->showPopup();
+    QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr);
+    const QImage picture = popup->grab().toImage();
+    ASSERT_TRUE(picture.save(picturePath("dropdown")));
+
+    // The style paints the entries as menu entries; their background is dark on the dark
+    // theme and light on the light one, as the cell under the list is.
+    const QAbstractItemView* list = combo->view();
+    const QRect first = list->visualRect(list->model()->index(0, 0));
+    const QColor entry = list->viewport()->grab().toImage().pixelColor(1, first.top() + 1);
+    EXPECT_EQ(entry.lightness() < 128, GetParam().dark) << entry.name().toStdString();
+    EXPECT_GE(list->viewport()->width(), list->sizeHintForColumn(0));
+    combo->hidePopup();
 }
 
 INSTANTIATE_TEST_SUITE_P(Themes, InPlaceEditorPicture,
