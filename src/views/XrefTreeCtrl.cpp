@@ -1,11 +1,13 @@
 #include "views/XrefTreeCtrl.h"
 
+#include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiTheme.h"
 #include "items/XrefPanelCtrlItem.h"
 #include "views/XrefTreeDelegate.h"
 #include "views/XrefTreeModel.h"
 
 #include <QHeaderView>
+#include <QStyle>
 
 CXrefTreeCtrl::CXrefTreeCtrl(bool stateImageFlag, QWidget* parent)
     : QTreeView(parent), m_model(new CXrefTreeModel(this)), m_stateImageFlag(stateImageFlag)
@@ -20,6 +22,9 @@ CXrefTreeCtrl::CXrefTreeCtrl(bool stateImageFlag, QWidget* parent)
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     header()->setStretchLastSection(true);
+    // The icons grow with the DPI scale; the step to the next level must grow with them.
+    setIndentation(
+        CZuUiHiDpi::ScaleX(style()->pixelMetric(QStyle::PM_TreeViewIndentation, nullptr, this)));
 
     applyTheme();
     connect(&CZuUiTheme::Instance(), &CZuUiTheme::themeChanged, this, &CXrefTreeCtrl::applyTheme);

@@ -2,6 +2,8 @@
 
 #include "ItemFixture.h"
 
+#include "support/ScopedOverrides.h"
+
 #include <QHeaderView>
 #include <QSignalSpy>
 
@@ -272,3 +274,14 @@ TEST_F(ItemTreeTest, selectedItemsAreForgottenWhenRemoved)
 }
 
 } // namespace
+
+TEST(TreeView, levelsStepFurtherAtHigherDpiScales)
+{
+    const auto indentationAt = [](double scale) {
+        ScopedDpiScale dpi(scale);
+        return CXrefTreeCtrl(false).indentation();
+    };
+    const int normal = indentationAt(1.0);
+    EXPECT_GT(normal, 0);
+    EXPECT_EQ(indentationAt(2.0), 2 * normal);
+}
