@@ -4,11 +4,11 @@
 #include "items/XrefPanelCtrlItemStatus.h"
 #include "items/XrefPanelCtrlItemTypes.h"
 #include "resources/TroveResources.h"
+#include "util/FormatMsg.h"
 #include "views/TroveListCtrl.h"
 #include "views/TroveListModel.h"
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel.h"
-
 
 namespace {
 
@@ -167,10 +167,10 @@ std::wstring CXrefPanelCtrlItem::GetText() const
 void CXrefPanelCtrlItem::SetText(const std::wstring& text)
 {
     // One string for both views: the node and the name cell share its storage.
-    QString display = QString::fromStdWString(text);
+    QString display = Util::ToQString(text);
     if (!text.empty() && IsHostDwgItem() && m_panel.IsHostModStatusEnabled() &&
         m_panel.IsHostModified())
-        display = QString::fromStdWString(FormatDisplayText(text));
+        display = Util::ToQString(FormatDisplayText(text));
     if (m_treeCtrl)
         m_treeCtrl->Model().SetText(m_treeItem, display);
     if (m_listCtrl)
@@ -192,7 +192,7 @@ void CXrefPanelCtrlItem::SetListViewSubItemText(ListViewColumn::Enum column,
 {
     if (!m_listCtrl)
         return;
-    QString written = QString::fromStdWString(text);
+    QString written = Util::ToQString(text);
     if (column == ListViewColumn::SavedPath && isPendingRelativePath())
         written.prepend(QChar(kMarker));
     m_listCtrl->Model().SetCellText(LVItemIndex(), column, written);

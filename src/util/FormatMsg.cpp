@@ -1,6 +1,7 @@
 #include "util/FormatMsg.h"
 
 #include <array>
+#include <cstdint>
 
 namespace Util {
 
@@ -69,6 +70,25 @@ std::wstring MakeWideString(const char* utf8)
 std::wstring MakeWideString(const std::string& utf8)
 {
     return QString::fromStdString(utf8).toStdWString();
+}
+
+QString ToQString(std::wstring_view text)
+{
+    if constexpr (sizeof(wchar_t) == sizeof(char16_t)) {
+        return QString::fromWCharArray(text.data(), qsizetype(text.size()));
+    } else {
+        // Qt's general UTF-32 decoder checks every character for byte order marks and invalid
+        // values; characters of the basic plane outside the surrogate range map one to one.
+        QString result(qsizetype(text.size()), Qt::Uninitialized);
+        auto* out = reinterpret_cast<char16_t*>(result.data());
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const auto c = std::uint32_t(text[i]);
+            if (c >= 0xD800 && (c < 0xE000 || c > 0xFFFF))
+                return QString::fromStdWString(std::wstring(text));
+            out[i] = char16_t(c);
+        }
+        return result;
+    }
 }
 
 } // namespace Util

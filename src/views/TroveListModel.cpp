@@ -3,6 +3,7 @@
 #include "items/TroveListCtrlItem.h"
 #include "services/TroveUIFunctions.h"
 #include "util/DateTime.h"
+#include "util/FormatMsg.h"
 
 #include <algorithm>
 #include <numeric>
@@ -204,7 +205,7 @@ QString CTroveListModel::CellText(int row, int column) const
         return r->statusText ? m_sharedTexts[r->statusText] : otherText(*r, column);
     case 4:
         if (r->sizeKind == CTroveListRow::CellKind::Value)
-            return QString::fromStdWString(TroveUI::FormatByteSize(r->bytes));
+            return Util::ToQString(TroveUI::FormatByteSize(r->bytes));
         return otherText(*r, column);
     case 5:
         return r->typeText ? m_sharedTexts[r->typeText] : otherText(*r, column);

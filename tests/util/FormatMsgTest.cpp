@@ -44,4 +44,26 @@ TEST(MakeWideString, ConvertsUtf8AndQt)
     EXPECT_TRUE(Util::MakeWideString(static_cast<const char*>(nullptr)).empty());
 }
 
+// The quick conversion must agree with Qt's everywhere, including where it hands over to Qt:
+// characters beyond the basic plane, lone surrogates and values that are no characters at all.
+TEST(ToQString, AgreesWithQtsConversionForEveryKindOfCharacter)
+{
+    const std::wstring texts[] = {
+        L"",
+        L"Ref-10.dwg",
+        L"Gr\u00FC\u00DFe \u4E2D\u6587 \uFFFD\uFFFF\uE000",
+        std::wstring(L"plan ") + wchar_t(0x1F600) + L" end",
+        std::wstring(L"lone ") + wchar_t(0xD800) + L" and " + wchar_t(0xDFFF),
+        std::wstring(L"too big ") + wchar_t(0x110000),
+        std::wstring(1, wchar_t(0)) + L"after a null",
+        std::wstring(100'000, L'x'),
+    };
+    for (const std::wstring& text : texts) {
+        const QString expected = QString::fromStdWString(text);
+        const QString quick = Util::ToQString(text);
+        EXPECT_EQ(quick, expected) << expected.toStdString();
+        EXPECT_EQ(quick.size(), expected.size());
+    }
+}
+
 } // namespace
