@@ -4,13 +4,13 @@
 
 #include "ToolBarFixture.h"
 
+#include "support/PictureCase.h"
 #include "support/ScopedOverrides.h"
 
 #include "framework/ZuUiTheme.h"
 #include "resources/TroveResources.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QImage>
 #include <QToolTip>
 
@@ -18,24 +18,10 @@
 
 namespace {
 
-struct PictureCase
-{
-    bool dark;
-    double scale;
-};
-
 class ToolBarPicture : public ToolBarFixture, public testing::WithParamInterface<PictureCase>
 {
 protected:
-    QString PicturePath(const char* what) const
-    {
-        const QString folder = QStringLiteral(KVX_BINARY_DIR "/test-output/toolbar");
-        QDir().mkpath(folder);
-        return QStringLiteral("%1/%2_%3_%4.png")
-            .arg(folder, QString::fromLatin1(what),
-                 GetParam().dark ? QStringLiteral("dark") : QStringLiteral("light"))
-            .arg(GetParam().scale, 0, 'f', 1);
-    }
+    QString PicturePath(const char* what) const { return GetParam().PicturePath("toolbar", what); }
 };
 
 bool isGrey(QColor colour)
@@ -132,9 +118,7 @@ TEST_P(ToolBarPicture, drawsEveryButtonInTheTheme)
     QToolTip::hideText();
 }
 
-INSTANTIATE_TEST_SUITE_P(ThemesAndScales, ToolBarPicture,
-                         testing::Values(PictureCase{false, 1.0}, PictureCase{true, 1.0},
-                                         PictureCase{false, 2.0}, PictureCase{true, 2.0}),
+INSTANTIATE_TEST_SUITE_P(ThemesAndScales, ToolBarPicture, testing::ValuesIn(kPictureCases),
                          [](const testing::TestParamInfo<PictureCase>& info) {
                              return std::string(info.param.dark ? "dark" : "light") +
                                     (info.param.scale > 1.5 ? "200" : "100");

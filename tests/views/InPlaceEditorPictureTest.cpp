@@ -3,6 +3,7 @@
 // text and the browse button's dots are there in the theme's colours.
 
 #include "InPlaceEditorTestHost.h"
+#include "support/PictureCase.h"
 #include "support/ScopedOverrides.h"
 #include "views/InPlaceComboBoxCtrl.h"
 #include "views/InPlaceFileEditCtrl.h"
@@ -13,30 +14,15 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QDir>
 #include <QImage>
 
 namespace {
-
-struct PictureCase
-{
-    bool dark;
-    double scale;
-};
 
 class InPlaceEditorPicture : public InPlaceEditorTest,
                              public ::testing::WithParamInterface<PictureCase>
 {
 protected:
-    QString picturePath(const char* what) const
-    {
-        const QString folder = QStringLiteral(KVX_BINARY_DIR "/test-output/editors");
-        QDir().mkpath(folder);
-        return QStringLiteral("%1/%2_%3_%4.png")
-            .arg(folder, QString::fromLatin1(what),
-                 GetParam().dark ? QStringLiteral("dark") : QStringLiteral("light"))
-            .arg(GetParam().scale, 0, 'f', 1);
-    }
+    QString picturePath(const char* what) const { return GetParam().PicturePath("editors", what); }
 };
 
 int pixelsOf(const QImage& image, const QRect& area, QColor colour)
@@ -144,8 +130,6 @@ TEST_P(InPlaceEditorPicture, dropDownFollowsTheThemeAndShowsItsChoicesWhole)
     combo->hidePopup();
 }
 
-INSTANTIATE_TEST_SUITE_P(Themes, InPlaceEditorPicture,
-                         ::testing::Values(PictureCase{false, 1.0}, PictureCase{true, 1.0},
-                                           PictureCase{false, 2.0}, PictureCase{true, 2.0}));
+INSTANTIATE_TEST_SUITE_P(Themes, InPlaceEditorPicture, ::testing::ValuesIn(kPictureCases));
 
 } // namespace
