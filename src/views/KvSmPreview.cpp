@@ -50,10 +50,9 @@ QImage shrinkKeepingDarkPixels(const QImage& picture, QSize size)
 
 KvSmPreview::KvSmPreview(QWidget* parent) : CZuUiThemedPreview(parent) {}
 
-void KvSmPreview::setPicture(QImage image, const std::optional<BitmapInfoHeader>& header)
+void KvSmPreview::setPicture(QImage image)
 {
     m_image = std::move(image);
-    m_fewColours = header && header->biBitCount <= 8;
     m_shrunk = QImage();
 }
 
@@ -62,14 +61,14 @@ void KvSmPreview::SetDib(const PackedDib& info, const char* bits, qint64 bitsSiz
     m_dib = info.Bytes().left(kHeaderCopyBytes);
     // Decoded with the caller's full colour table while it is still at hand: the kept copy
     // holds only the first entry.
-    setPicture(info.ToImage(bits, bitsSize), info.Header());
+    setPicture(info.ToImage(bits, bitsSize));
     update();
 }
 
 void KvSmPreview::SetPackedDib(const PackedDib& dib)
 {
     m_dib.clear();
-    setPicture(QImage(), std::nullopt);
+    setPicture(QImage());
     const auto header = dib.Header();
     const qint64 length = header ? PackedDibLength(*header) : 0;
     if (length > 0) {
@@ -77,7 +76,7 @@ void KvSmPreview::SetPackedDib(const PackedDib& dib)
         // Rows padded to 16 bits make the kept copy shorter than the pixels of most pictures
         // whose header gives no image size; the picture is decoded from the caller's whole
         // block while it is at hand, so that it shows complete.
-        setPicture(TroveUI::DibToImage(dib), header);
+        setPicture(TroveUI::DibToImage(dib));
     }
     update();
 }
@@ -85,7 +84,7 @@ void KvSmPreview::SetPackedDib(const PackedDib& dib)
 void KvSmPreview::ClearDib()
 {
     m_dib.clear();
-    setPicture(QImage(), std::nullopt);
+    setPicture(QImage());
     update();
 }
 
@@ -145,7 +144,10 @@ void KvSmPreview::DrawPreview(QPainter& painter, const QRect& client)
     const qreal ratio = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
     const QSize device(qRound(target.width() * ratio), qRound(target.height() * ratio));
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    if (m_fewColours && (device.width() < m_image.width() || device.height() < m_image.height()))
+    // The kept copy starts with the header whenever there is a picture.
+    const auto header = PackedDib(m_dib).Header();
+    const bool fewColours = header && header->biBitCount <= 8;
+    if (fewColours && (device.width() < m_image.width() || device.height() < m_image.height()))
         painter.drawImage(target, shrunkPicture(device));
     else
         painter.drawImage(target, m_image);

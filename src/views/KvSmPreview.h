@@ -9,8 +9,6 @@
 #include <QImage>
 #include <QPixmap>
 
-#include <optional>
-
 /// A themed picture pane that shows one device-independent bitmap, shrunk to fit inside a
 /// margin and centred, never enlarged. It keeps its own copy of the bitmap's description, so the
 /// caller's buffers may go away once a Set... call returns.
@@ -56,13 +54,12 @@ protected:
     void DrawPreview(QPainter& painter, const QRect& client) override;
 
 private:
-    /// Remembers whether the picture had 8 bits per pixel or fewer, which decides how it shrinks.
-    void setPicture(QImage image, const std::optional<BitmapInfoHeader>& header);
+    /// Takes a new decoded picture and forgets the shrunk one.
+    void setPicture(QImage image);
     /// The picture at @p size device pixels, made once per size.
     const QImage& shrunkPicture(QSize size) const;
 
     QByteArray m_dib;
     QImage m_image;
-    bool m_fewColours = false;
     mutable QImage m_shrunk;
 };
