@@ -14,4 +14,10 @@ enum RefIcon : int {
     InCompare = 6,
 };
 
+/// True for the status icons 1 to 6.
+constexpr bool IsValidIcon(RefIcon icon)
+{
+    return icon >= Blank && icon <= InCompare;
+}
+
 } // namespace RefStatus

@@ -1,5 +1,7 @@
 #include "items/XrefPanelCtrlItem.h"
 
+#include "items/ItemPanel_p.h"
+#include "items/ItemTreeLink_p.h"
 #include "items/TroveListCtrlItem.h"
 #include "items/XrefPanelCtrlItemStatus.h"
 #include "items/XrefPanelCtrlItemTypes.h"
@@ -9,18 +11,17 @@
 #include "views/TroveListModel.h"
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel.h"
+#include "views/XrefTreeNode.h"
 
 namespace {
 
-constexpr unsigned kStateImageMask = 0xF000;
-constexpr unsigned kOverlayMask = 0x0F00;
 constexpr wchar_t kMarker = L'*';
 
 // The list column that shows @p property, or -1.
-int columnOf(CXrefPanelCtrl::XrefProperties property)
+int columnOf(Trove::XrefProperties property)
 {
-    using P = CXrefPanelCtrl::XrefProperties;
-    using C = CXrefPanelCtrl::ListViewColumn;
+    using P = Trove::XrefProperties;
+    using C = Trove::ListViewColumn;
     switch (property) {
     case P::Name:
         return C::ReferenceName;
@@ -44,21 +45,16 @@ RefStatus::RefIcon clampOverlay(RefStatus::RefIcon overlay)
 {
     if (overlay == RefStatus::NoIcon)
         return overlay;
-    return CXrefPanelCtrl::IsValidRefStatusIcon(overlay) ? overlay : RefStatus::Blank;
-}
-
-unsigned stateImageBits(unsigned index)
-{
-    return index == 0 ? 0u : index << 12;
+    return RefStatus::IsValidIcon(overlay) ? overlay : RefStatus::Blank;
 }
 
 } // namespace
 
 CXrefPanelCtrlItem::CXrefPanelCtrlItem(CXrefPanelCtrl& panel)
-    : m_panel(panel), m_listCtrl(panel.GetListCtrl()), m_treeCtrl(panel.GetTreeCtrl()),
-      m_date(Util::DateTime::get_Now())
+    : m_panel(panel), m_listCtrl(ItemPanel::ListCtrl(panel)),
+      m_treeCtrl(ItemPanel::TreeCtrl(panel)), m_date(Util::DateTime::get_Now())
 {
-    m_panel.SetDetailsProperty(*this, XrefProperties::FileVersion);
+    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::FileVersion);
 }
 
 CXrefPanelCtrlItem::~CXrefPanelCtrlItem()
@@ -136,8 +132,7 @@ bool CXrefPanelCtrlItem::IsEqual(const CXrefPanelCtrlItem& other) const
 
 std::wstring CXrefPanelCtrlItem::FormatDisplayText(const std::wstring& text) const
 {
-    if (!text.empty() && IsHostDwgItem() && m_panel.IsHostModStatusEnabled() &&
-        m_panel.IsHostModified())
+    if (!text.empty() && IsHostDwgItem() && ItemPanel::ShowsModifiedMarker(m_panel))
         return text + kMarker;
     return text;
 }
@@ -146,7 +141,7 @@ void CXrefPanelCtrlItem::ParseDisplayText(const std::wstring& display, std::wstr
                                           std::wstring& marker) const
 {
     if (!display.empty() && display.back() == kMarker && IsHostDwgItem() &&
-        m_panel.IsHostModStatusEnabled() && m_panel.IsHostModified()) {
+        ItemPanel::ShowsModifiedMarker(m_panel)) {
         name = display.substr(0, display.size() - 1);
         marker = std::wstring(1, kMarker);
         return;
@@ -168,8 +163,7 @@ void CXrefPanelCtrlItem::SetText(const std::wstring& text)
 {
     // One string for both views: the node and the name cell share its storage.
     QString display = Util::ToQString(text);
-    if (!text.empty() && IsHostDwgItem() && m_panel.IsHostModStatusEnabled() &&
-        m_panel.IsHostModified())
+    if (!text.empty() && IsHostDwgItem() && ItemPanel::ShowsModifiedMarker(m_panel))
         display = Util::ToQString(FormatDisplayText(text));
     if (m_treeCtrl)
         m_treeCtrl->Model().SetText(m_treeItem, display);
@@ -202,27 +196,32 @@ void CXrefPanelCtrlItem::SetListViewSubItemText(ListViewColumn::Enum column,
 
 unsigned CXrefPanelCtrlItem::GetTroveStateIconIndexTreeView() const
 {
-    return m_treeItem ? ((m_treeItem->state & kStateImageMask) >> 12) & 15u : 0u;
+    return m_treeItem ? ItemStateWord::StateImageOf(
+                            m_treeItem->state.Masked(ItemStateWord::kStateImageMask))
+                      : 0u;
 }
 
 unsigned CXrefPanelCtrlItem::GetTroveStateIconIndexListView() const
 {
     if (!m_listCtrl)
         return 0;
-    return (m_listCtrl->Model().ItemState(LVItemIndex(), kStateImageMask) >> 12) & 15u;
+    return ItemStateWord::StateImageOf(
+        m_listCtrl->Model().ItemState(LVItemIndex(), ItemStateWord::kStateImageMask));
 }
 
 void CXrefPanelCtrlItem::SetTroveStateIconIndexTreeView(unsigned index)
 {
     if (m_treeCtrl)
-        m_treeCtrl->Model().SetState(m_treeItem, stateImageBits(index), kStateImageMask);
+        m_treeCtrl->Model().SetState(m_treeItem, ItemStateWord::StateImageBits(index),
+                                     ItemStateWord::kStateImageMask);
 }
 
 void CXrefPanelCtrlItem::SetTroveStateIconIndexListView(unsigned index)
 {
     // Row -1 addresses every row, as a list state write without a row always has.
     if (m_listCtrl)
-        m_listCtrl->Model().SetItemState(LVItemIndex(), stateImageBits(index), kStateImageMask);
+        m_listCtrl->Model().SetItemState(LVItemIndex(), ItemStateWord::StateImageBits(index),
+                                         ItemStateWord::kStateImageMask);
 }
 
 // --- Values -------------------------------------------------------------------------------------
@@ -254,7 +253,7 @@ bool CXrefPanelCtrlItem::SetProperty(XrefProperties property, const std::wstring
     const int column = columnOf(property);
     if (column >= 0)
         SetListViewSubItemText(ListViewColumn::Enum(column), text);
-    m_panel.SetDetailsProperty(*this, property);
+    ItemPanel::PropertyChanged(m_panel, *this, property);
     return column >= 0;
 }
 
@@ -274,7 +273,7 @@ void CXrefPanelCtrlItem::SetSize(std::int64_t bytes)
     // 100,000 sizes that are never looked at.
     if (m_listCtrl)
         m_listCtrl->Model().SetCellBytes(LVItemIndex(), bytes);
-    m_panel.SetDetailsProperty(*this, XrefProperties::Size);
+    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::Size);
 }
 
 std::wstring CXrefPanelCtrlItem::GetSizeDisplayText() const
@@ -302,7 +301,7 @@ void CXrefPanelCtrlItem::SetDate(const Util::DateTime& date)
     // Kept as a value and written out in the general date-and-time form when shown.
     if (m_listCtrl)
         m_listCtrl->Model().SetCellDate(LVItemIndex(), date);
-    m_panel.SetDetailsProperty(*this, XrefProperties::Date);
+    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::Date);
 }
 
 std::wstring CXrefPanelCtrlItem::GetDateDisplayText() const
@@ -324,19 +323,19 @@ void CXrefPanelCtrlItem::SetFoundAt(const std::wstring& text)
 {
     if (&text != &m_foundAt)
         m_foundAt = text;
-    m_panel.SetDetailsProperty(*this, XrefProperties::FoundAt);
+    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::FoundAt);
 }
 
 void CXrefPanelCtrlItem::SetFileVersion(int version)
 {
     m_fileVersion = version;
-    m_panel.SetDetailsProperty(*this, XrefProperties::FileVersion);
+    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::FileVersion);
 }
 
 void CXrefPanelCtrlItem::SetReferenceStatus(RefStatus::RefIcon icon,
                                             Trove::FileDataStatus::Value status)
 {
-    if (!CXrefPanelCtrl::IsValidRefStatusIcon(icon))
+    if (!RefStatus::IsValidIcon(icon))
         icon = RefStatus::Blank;
     m_referenceStatusIcon = icon;
     m_referenceStatusText = status;
@@ -377,13 +376,13 @@ void CXrefPanelCtrlItem::SetTypeOverlayIcon(RefStatus::RefIcon overlay)
 
 void CXrefPanelCtrlItem::writeOverlay(int overlay)
 {
-    const unsigned bits = unsigned(overlay) << 8;
+    const unsigned bits = ItemStateWord::OverlayBits(overlay);
     // Unlike a state image, an overlay is only ever written to an existing row.
     const int row = LVItemIndex();
     if (m_listCtrl && row >= 0)
-        m_listCtrl->Model().SetItemState(row, bits, kOverlayMask);
+        m_listCtrl->Model().SetItemState(row, bits, ItemStateWord::kOverlayMask);
     if (m_treeCtrl)
-        m_treeCtrl->Model().SetState(m_treeItem, bits, kOverlayMask);
+        m_treeCtrl->Model().SetState(m_treeItem, bits, ItemStateWord::kOverlayMask);
 }
 
 // --- Colours and fonts --------------------------------------------------------------------------
@@ -434,4 +433,20 @@ QFont CXrefPanelCtrlItem::GetListCtrlFont() const
 QFont CXrefPanelCtrlItem::GetTreeCtrlFont() const
 {
     return m_treeCtrl ? m_treeCtrl->font() : QFont();
+}
+
+// --- The tree's side of the node link -----------------------------------------------------------
+
+void ItemTreeLink::Detach(CXrefPanelCtrlItem& item, HTREEITEM node)
+{
+    if (item.m_treeItem == node)
+        item.m_treeItem = nullptr;
+}
+
+void ItemTreeLink::Destroy(CXrefPanelCtrlItem* item, HTREEITEM node)
+{
+    if (!item)
+        return;
+    Detach(*item, node);
+    delete item;
 }

@@ -7,12 +7,14 @@
 #include "items/FileDataStatus.h"
 #include "items/RefStatus.h"
 #include "panel/ICXrefPanelCtrlItem.h"
-#include "panel/XrefPanelCtrl.h"
+#include "panel/ListViewColumn.h"
+#include "panel/XrefProperties.h"
 #include "util/DateTime.h"
-#include "views/XrefTreeNode.h"
+#include "views/TreeItemHandle.h"
 
 #include <QFont>
 #include <QPixmap>
+#include <QRect>
 #include <QString>
 
 #include <boost/optional.hpp>
@@ -25,6 +27,7 @@
 
 class CTroveListCtrl;
 class CTroveListCtrlItem;
+class CXrefPanelCtrl;
 class CXrefTreeCtrl;
 class KvNameDescriptionToolTipInfo;
 class PackedDib;
@@ -40,8 +43,8 @@ struct ToolTipMenuSettings;
 class KVXREFTROVEUI_EXPORT CXrefPanelCtrlItem : public virtual Trove::ICXrefPanelCtrlItem
 {
 public:
-    using XrefProperties = CXrefPanelCtrl::XrefProperties;
-    using ListViewColumn = CXrefPanelCtrl::ListViewColumn;
+    using XrefProperties = Trove::XrefProperties;
+    using ListViewColumn = Trove::ListViewColumn;
 
     /// Takes @p panel's views as they are now: the panel must be created.
     explicit CXrefPanelCtrlItem(CXrefPanelCtrl& panel);
@@ -203,10 +206,9 @@ protected:
     CXrefPanelCtrl& m_panel;
 
 private:
+    // The panel links items to their rows and nodes; the tree unlinks them when nodes go.
     friend class CXrefPanelCtrl;
-    friend class CTroveListCtrl;
-    friend class CXrefTreeCtrl;
-    friend class CXrefTreeModel;
+    friend struct ItemTreeLink;
 
     std::wstring GetListViewSubItemText(ListViewColumn::Enum column) const;
     void SetListViewSubItemText(ListViewColumn::Enum column, const std::wstring& text);

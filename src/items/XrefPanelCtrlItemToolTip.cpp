@@ -3,6 +3,7 @@
 #include "items/XrefPanelCtrlItem.h"
 
 #include "host/KvNameDescriptionToolTipInfo.h"
+#include "items/ItemPanel_p.h"
 #include "panel/ToolTipMenuSettings.h"
 #include "resources/TroveResources.h"
 #include "services/ToolTipPreviewAssist.h"
@@ -78,12 +79,12 @@ QPixmap CXrefPanelCtrlItem::GetPreview()
 
 void CXrefPanelCtrlItem::SetPreviewBitmap(const PackedDib* info, const char* bits, qint64 bitsSize)
 {
-    if (CXrefPreview* preview = m_panel.GetPreviewCtrl())
+    if (CXrefPreview* preview = ItemPanel::PreviewCtrl(m_panel))
         preview->SetPreviewBitmap(info, bits, bitsSize);
 }
 
 void CXrefPanelCtrlItem::GetPreviewBox(QRect& rect) const
 {
-    if (const CXrefPreview* preview = m_panel.GetPreviewCtrl())
+    if (const CXrefPreview* preview = ItemPanel::PreviewCtrl(m_panel))
         rect = preview->rect();
 }

@@ -2,7 +2,7 @@
 
 #include "kvxreftroveui_export.h"
 
-#include "panel/XrefPanelCtrl.h"
+#include "panel/XrefProperties.h"
 
 #include <map>
 #include <string>
@@ -12,7 +12,7 @@
 class KVXREFTROVEUI_EXPORT CXrefProperty
 {
 public:
-    using XrefProperties = CXrefPanelCtrl::XrefProperties;
+    using XrefProperties = Trove::XrefProperties;
 
     /// Which in-place editor the details list opens for the row.
     enum XrefPropertyEditStyle : int {

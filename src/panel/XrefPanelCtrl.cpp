@@ -4,6 +4,7 @@
 #include "framework/ZuUiImageList.h"
 #include "items/TroveListCtrlItem.h"
 #include "items/XrefPanelCtrlItem.h"
+#include "items/XrefPanelCtrlItemTypes.h"
 #include "resources/TemporaryResourceOverride.h"
 #include "services/XrefMessageBox.h"
 #include "toolbar/XrefToolBar.h"
@@ -13,6 +14,7 @@
 #include "views/XrefPreview.h"
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel.h"
+#include "views/XrefTreeNode.h"
 
 #include <algorithm>
 
@@ -124,6 +126,12 @@ bool CXrefPanelCtrl::Create(const wchar_t* windowName, const QRect& rect, QWidge
     m_preview->hide();
     m_created = true;
 
+    // The views draw item icons from the type registry's lists, one per theme.
+    m_listCtrl->SetItemImageLists(&CXrefPanelCtrlItemTypes::ImageList(false),
+                                  &CXrefPanelCtrlItemTypes::ImageList(true));
+    m_treeCtrl->SetItemImageLists(&CXrefPanelCtrlItemTypes::ImageList(false),
+                                  &CXrefPanelCtrlItemTypes::ImageList(true));
+
     m_listCtrl->SetColumnDipWidths(GetStoredColumnDipWidths());
     UpdateStateImageList();
     // Removing a subtree reports each descendant before it goes; the panel must release the
@@ -194,7 +202,7 @@ void CXrefPanelCtrl::EnableHostModStatus(bool enabled, bool modified)
 
 bool CXrefPanelCtrl::IsValidRefStatusIcon(RefStatus::RefIcon icon)
 {
-    return icon >= RefStatus::Blank && icon <= RefStatus::InCompare;
+    return RefStatus::IsValidIcon(icon);
 }
 
 void CXrefPanelCtrl::SetDetailsProperty(const CXrefPanelCtrlItem& item, XrefProperties /*property*/)
@@ -242,8 +250,8 @@ void CXrefPanelCtrl::InsertRootItem(CXrefPanelCtrlItem& item)
 {
     if (!m_treeCtrl || !m_listCtrl)
         return;
-    m_treeCtrl->InsertItem(item, nullptr);
-    m_listCtrl->InsertItem(item);
+    item.m_treeItem = m_treeCtrl->InsertItem(item, nullptr);
+    item.m_listRowLink = m_listCtrl->InsertItem(item, item.IsHostDwgItem());
 }
 
 void CXrefPanelCtrl::InsertItem(CXrefPanelCtrlItem& item, const CXrefPanelCtrlItem& parent,
@@ -252,7 +260,7 @@ void CXrefPanelCtrl::InsertItem(CXrefPanelCtrlItem& item, const CXrefPanelCtrlIt
     if (!m_treeCtrl || !m_listCtrl)
         return;
     const HTREEITEM parentNode = parent.m_treeItem;
-    m_treeCtrl->InsertItem(item, parentNode);
+    item.m_treeItem = m_treeCtrl->InsertItem(item, parentNode);
     // The root opens once, with its first child, and stays as the user leaves it; deeper parents
     // open with every insertion.
     if (m_treeCtrl->GetCount() == 2 || parentNode != m_treeCtrl->GetRootItem())
@@ -268,7 +276,7 @@ void CXrefPanelCtrl::InsertItem(CXrefPanelCtrlItem& item, const CXrefPanelCtrlIt
         OnSharedRowItemInserted(*sharedWith);
         return;
     }
-    m_listCtrl->InsertItem(item);
+    item.m_listRowLink = m_listCtrl->InsertItem(item, item.IsHostDwgItem());
 }
 
 void CXrefPanelCtrl::clearSelection()

@@ -4,8 +4,11 @@
 
 #include "items/RefStatus.h"
 #include "panel/ICXrefPanelCtrl.h"
+#include "panel/ListViewColumn.h"
 #include "panel/MenuItems.h"
 #include "panel/ToolTipMenuSettings.h"
+#include "panel/ViewTypes.h"
+#include "panel/XrefProperties.h"
 
 #include <QDomNode>
 #include <QRect>
@@ -40,61 +43,12 @@ class KVXREFTROVEUI_EXPORT CXrefPanelCtrl : public QWidget, public Trove::ICXref
 {
     Q_OBJECT
 public:
-    /// Which file-references view is in front: the page index of the upper group.
-    enum class FileReferenceViewType : int { ListView = 0, TreeView = 1 };
-    /// Which lower pane is in front: the page index of the lower group.
-    enum class DetailsViewType : int { Details = 0, Preview = 1 };
-
-    /// The thirty properties a reference can show. The display names are not in value order
-    /// (see CXrefProperty); 8 to 28 are answered by the host's item classes only.
-    enum class XrefProperties : int {
-        Name = 0,
-        Status = 1,
-        Size = 2,
-        Type = 3,
-        Date = 4,
-        FoundAt = 5,
-        SavedPath = 6,
-        FileVersion = 7,
-        HostProperty8 = 8,
-        HostProperty9 = 9,
-        HostProperty10 = 10,
-        HostProperty11 = 11,
-        HostProperty12 = 12,
-        HostProperty13 = 13,
-        HostProperty14 = 14,
-        HostProperty15 = 15,
-        HostProperty16 = 16,
-        HostProperty17 = 17,
-        HostProperty18 = 18,
-        HostProperty19 = 19,
-        HostProperty20 = 20,
-        HostProperty21 = 21,
-        HostProperty22 = 22,
-        HostProperty23 = 23,
-        HostProperty24 = 24,
-        HostProperty25 = 25,
-        HostProperty26 = 26,
-        HostProperty27 = 27,
-        HostProperty28 = 28,
-        PendingRelativePath = 29,
-    };
-
-    /// The list view's columns; the values are the column indexes.
-    struct ListViewColumn
-    {
-        enum Enum : int {
-            TroveState = 0,
-            TypeIcon = 1,
-            ReferenceName = 2,
-            Status = 3,
-            Size = 4,
-            Type = 5,
-            Date = 6,
-            SavedPath = 7,
-        };
-        static constexpr int Count = 8;
-    };
+    // The vocabulary lives in leaf headers that items and views include without the panel; the
+    // aliases keep the names the host spells through the panel class.
+    using FileReferenceViewType = Trove::FileReferenceViewType;
+    using DetailsViewType = Trove::DetailsViewType;
+    using XrefProperties = Trove::XrefProperties;
+    using ListViewColumn = Trove::ListViewColumn;
 
     /// @p toolBar may be empty; @p messageBox is required. @p troveMode is the repository-state
     /// flag of both views, @p listOption the persisted sort column of the list view (-1: none) and

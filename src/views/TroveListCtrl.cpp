@@ -4,6 +4,7 @@
 #include "framework/ZuUiTheme.h"
 #include "items/TroveListCtrlItem.h"
 #include "items/XrefPanelCtrlItem.h"
+#include "panel/ListViewColumn.h"
 #include "resources/TroveResources.h"
 #include "views/TroveListDelegate.h"
 #include "views/TroveListModel.h"
@@ -23,9 +24,8 @@ constexpr unsigned kHeaderTextIds[CTroveListModel::kColumnCount] = {0,    0,    
 
 CTroveListCtrl::CTroveListCtrl(bool stateImageFlag, int sortColumn, bool ascending, QWidget* parent)
     : QTreeView(parent), m_model(new CTroveListModel(this)), m_stateImageFlag(stateImageFlag),
-      m_sortColumn(sortColumn < 0 ? int(CXrefPanelCtrl::ListViewColumn::ReferenceName)
-                                  : sortColumn),
-      m_secondarySortColumn(CXrefPanelCtrl::ListViewColumn::ReferenceName), m_ascending(ascending)
+      m_sortColumn(sortColumn < 0 ? int(Trove::ListViewColumn::ReferenceName) : sortColumn),
+      m_secondarySortColumn(Trove::ListViewColumn::ReferenceName), m_ascending(ascending)
 {
     setModel(m_model);
     setItemDelegate(new CTroveListDelegate(*this));
@@ -70,15 +70,15 @@ void CTroveListCtrl::SetColumnDipWidths(const std::vector<int>& widths)
     }
 }
 
-int CTroveListCtrl::InsertItem(CXrefPanelCtrlItem& item)
+boost::shared_ptr<CTroveListCtrlItem> CTroveListCtrl::InsertItem(CXrefPanelCtrlItem& item,
+                                                                 bool hostDrawing)
 {
     auto record = boost::make_shared<CTroveListCtrlItem>(*this);
     record->Items().insert(&item);
-    item.m_listRowLink = record;
-    const int row = m_model->AppendRow(*record);
-    if (item.IsHostDwgItem())
+    m_model->AppendRow(*record);
+    if (hostDrawing)
         m_specialRecord = record.get();
-    return row;
+    return record;
 }
 
 bool CTroveListCtrl::DeleteRow(const CTroveListCtrlItem& record)
@@ -108,11 +108,45 @@ std::vector<CXrefPanelCtrlItem*> CTroveListCtrl::GetSelectedItems() const
     std::sort(rows.begin(), rows.end(),
               [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
     for (const QModelIndex& index : rows) {
-        const CTroveListRow* row = m_model->Row(index.row());
-        if (row && row->data && !row->data->Items().empty())
-            items.push_back(*row->data->Items().begin());
+        if (CXrefPanelCtrlItem* item = ItemFromIndex(index))
+            items.push_back(item);
     }
     return items;
+}
+
+CXrefPanelCtrlItem* CTroveListCtrl::ItemFromIndex(const QModelIndex& index) const
+{
+    if (!index.isValid() || index.model() != m_model)
+        return nullptr;
+    const CTroveListRow* row = m_model->Row(index.row());
+    if (!row || !row->data || row->data->Items().empty())
+        return nullptr;
+    return *row->data->Items().begin();
+}
+
+QModelIndex CTroveListCtrl::IndexFromItem(const CXrefPanelCtrlItem& item, int column) const
+{
+    const boost::shared_ptr<CTroveListCtrlItem>& link = item.GetListRowLink();
+    if (!link || link->GetListCtrl() != this || link->Row() < 0)
+        return {};
+    return m_model->index(link->Row(), column);
+}
+
+CXrefPanelCtrlItem* CTroveListCtrl::ItemAt(const QPoint& point) const
+{
+    return ItemFromIndex(indexAt(point));
+}
+
+void CTroveListCtrl::SetItemImageLists(const CZuUiImageList* light, const CZuUiImageList* dark)
+{
+    m_itemImages[0] = light;
+    m_itemImages[1] = dark;
+    viewport()->update();
+}
+
+const CZuUiImageList* CTroveListCtrl::ItemImageList() const
+{
+    return m_itemImages[CZuUiTheme::Instance().IsDarkTheme() ? 1 : 0];
 }
 
 int CTroveListCtrl::SpecialRow() const

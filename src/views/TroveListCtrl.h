@@ -6,6 +6,8 @@
 
 #include <QTreeView>
 
+#include <boost/shared_ptr.hpp>
+
 #include <vector>
 
 class CTroveListCtrlItem;
@@ -13,7 +15,7 @@ class CTroveListModel;
 class CXrefPanelCtrlItem;
 
 /// The panel's flat view of the references: one row per referenced file, eight columns (see
-/// CXrefPanelCtrl::ListViewColumn). Rows are records in CTroveListModel; the view draws what the
+/// Trove::ListViewColumn). Rows are records in CTroveListModel; the view draws what the
 /// records hold: texts, the type icon with its status badge, the status icon and the repository
 /// state image.
 class KVXREFTROVEUI_EXPORT CTroveListCtrl : public QTreeView
@@ -27,8 +29,9 @@ public:
 
     CTroveListModel& Model() const { return *m_model; }
 
-    /// Appends a row for @p item with a new link record, which @p item then holds.
-    int InsertItem(CXrefPanelCtrlItem& item);
+    /// Appends a row for @p item and returns its new link record, for the panel to hand to the
+    /// item. @p hostDrawing marks the host drawing's own row.
+    boost::shared_ptr<CTroveListCtrlItem> InsertItem(CXrefPanelCtrlItem& item, bool hostDrawing);
     /// Removes the row whose item data is @p record.
     bool DeleteRow(const CTroveListCtrlItem& record);
     void DeleteAllItems();
@@ -37,6 +40,19 @@ public:
     std::vector<CXrefPanelCtrlItem*> GetSelectedItems() const;
     /// The row of the host drawing's item, or -1.
     int SpecialRow() const;
+
+    /// The item that stands for the row of @p index (the lowest-address sharer), or null.
+    CXrefPanelCtrlItem* ItemFromIndex(const QModelIndex& index) const;
+    /// The index of @p item's row in column @p column; invalid when the item has no row here.
+    QModelIndex IndexFromItem(const CXrefPanelCtrlItem& item, int column = 0) const;
+    /// The item of the row under @p point, in viewport coordinates, or null.
+    CXrefPanelCtrlItem* ItemAt(const QPoint& point) const;
+
+    /// The image lists the type and status icons are drawn from, for the light and the dark
+    /// theme; the view does not own them. Without them the icon cells stay empty.
+    void SetItemImageLists(const CZuUiImageList* light, const CZuUiImageList* dark);
+    /// The item image list for the theme in use, or null.
+    const CZuUiImageList* ItemImageList() const;
 
     /// Applies column widths given in device-independent pixels; missing or negative entries take
     /// the defaults. The last column always fills the rest.
@@ -63,4 +79,5 @@ private:
     int m_secondarySortColumn;
     bool m_ascending;
     const CTroveListCtrlItem* m_specialRecord = nullptr;
+    const CZuUiImageList* m_itemImages[2] = {nullptr, nullptr};
 };

@@ -1,6 +1,5 @@
 #include "views/TroveListDelegate.h"
 
-#include "items/XrefPanelCtrlItemTypes.h"
 #include "views/ItemPainting_p.h"
 #include "views/TroveListCtrl.h"
 #include "views/TroveListModel.h"
@@ -25,6 +24,7 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const int margin = CZuUiHiDpi::ScaleX(2);
     const QSize iconSize = ItemPainting::IconSize();
     const int centredLeft = cell.left() + (cell.width() - iconSize.width()) / 2;
+    const CZuUiImageList* itemImages = m_list.ItemImageList();
     switch (column) {
     case 0:
         m_list.StateImageList().DrawState(*painter, row->StateImage(),
@@ -32,16 +32,15 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
         break;
     case CTroveListModel::kTypeIconColumn:
         // The badge belongs to the type icon: a row without one shows neither, as in the tree.
-        if (row->typeImage >= 0)
-            CXrefPanelCtrlItemTypes::ActiveImageList().Draw(
-                *painter, row->typeImage, ItemPainting::IconRect(cell, centredLeft),
-                row->Overlay());
+        if (row->typeImage >= 0 && itemImages)
+            itemImages->Draw(*painter, row->typeImage, ItemPainting::IconRect(cell, centredLeft),
+                             row->Overlay());
         break;
     case CTroveListModel::kStatusColumn: {
         int left = cell.left() + margin;
         if (row->statusImage >= 0) {
-            CXrefPanelCtrlItemTypes::ActiveImageList().Draw(*painter, row->statusImage,
-                                                            ItemPainting::IconRect(cell, left));
+            if (itemImages)
+                itemImages->Draw(*painter, row->statusImage, ItemPainting::IconRect(cell, left));
             left += iconSize.width() + ItemPainting::Gap();
         }
         ItemPainting::DrawText(painter, opt,

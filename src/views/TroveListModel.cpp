@@ -1,6 +1,7 @@
 #include "views/TroveListModel.h"
 
 #include "items/TroveListCtrlItem.h"
+#include "panel/ListViewColumn.h"
 #include "services/TroveUIFunctions.h"
 #include "util/DateTime.h"
 #include "util/FormatMsg.h"
@@ -9,6 +10,8 @@
 #include <numeric>
 
 namespace {
+
+using Col = Trove::ListViewColumn;
 
 constexpr std::int64_t kMsecsPerDay = 86400000;
 // Status and type texts repeat across rows, so rows keep a small index into one table of them.
@@ -31,17 +34,17 @@ Util::DateTime fromMsecs(std::int64_t msecs)
 int otherTextSlot(int column)
 {
     switch (column) {
-    case 0:
+    case Col::TroveState:
         return 0;
-    case 1:
+    case Col::TypeIcon:
         return 1;
-    case 3:
+    case Col::Status:
         return 2;
-    case 4:
+    case Col::Size:
         return 3;
-    case 5:
+    case Col::Type:
         return 4;
-    case 6:
+    case Col::Date:
         return 5;
     default:
         return -1;
@@ -110,7 +113,8 @@ QVariant CTroveListModel::headerData(int section, Qt::Orientation orientation, i
     if (role == Qt::DisplayRole)
         return section < m_headerTexts.size() ? m_headerTexts[section] : QString();
     if (role == Qt::TextAlignmentRole)
-        return int((section < 2 ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
+        return int((section <= Col::TypeIcon ? Qt::AlignHCenter : Qt::AlignLeft) |
+                   Qt::AlignVCenter);
     return {};
 }
 
@@ -199,21 +203,21 @@ QString CTroveListModel::CellText(int row, int column) const
     if (!r)
         return {};
     switch (column) {
-    case 2:
+    case Col::ReferenceName:
         return r->name;
-    case 3:
+    case Col::Status:
         return r->statusText ? m_sharedTexts[r->statusText] : otherText(*r, column);
-    case 4:
+    case Col::Size:
         if (r->sizeKind == CTroveListRow::CellKind::Value)
             return Util::ToQString(TroveUI::FormatByteSize(r->bytes));
         return otherText(*r, column);
-    case 5:
+    case Col::Type:
         return r->typeText ? m_sharedTexts[r->typeText] : otherText(*r, column);
-    case 6:
+    case Col::Date:
         if (r->dateKind == CTroveListRow::CellKind::Value)
             return fromMsecs(r->dateMsecs).ToString(QStringLiteral("G"));
         return otherText(*r, column);
-    case 7:
+    case Col::SavedPath:
         return r->savedPath;
     default:
         return otherText(*r, column);
@@ -226,24 +230,24 @@ bool CTroveListModel::SetCellText(int row, int column, const QString& text)
         return false;
     CTroveListRow& r = m_rows[row];
     switch (column) {
-    case 2:
+    case Col::ReferenceName:
         r.name = text;
         break;
-    case 3:
-    case 5: {
+    case Col::Status:
+    case Col::Type: {
         const int id = sharedTextId(text);
-        (column == 3 ? r.statusText : r.typeText) = std::uint16_t(std::max(id, 0));
+        (column == Col::Status ? r.statusText : r.typeText) = std::uint16_t(std::max(id, 0));
         setOtherText(r, column, id < 0 ? text : QString());
         break;
     }
-    case 7:
+    case Col::SavedPath:
         r.savedPath = text;
         break;
     default: {
-        if (column == 4)
+        if (column == Col::Size)
             r.sizeKind =
                 text.isEmpty() ? CTroveListRow::CellKind::Empty : CTroveListRow::CellKind::Text;
-        else if (column == 6)
+        else if (column == Col::Date)
             r.dateKind =
                 text.isEmpty() ? CTroveListRow::CellKind::Empty : CTroveListRow::CellKind::Text;
         setOtherText(r, column, text);
@@ -262,8 +266,8 @@ bool CTroveListModel::SetCellBytes(int row, std::int64_t bytes)
     r.bytes = bytes;
     r.sizeKind = CTroveListRow::CellKind::Value;
     if (r.otherTexts)
-        (*r.otherTexts)[otherTextSlot(4)].clear();
-    rowChanged(row, 4, 4);
+        (*r.otherTexts)[otherTextSlot(Col::Size)].clear();
+    rowChanged(row, Col::Size, Col::Size);
     return true;
 }
 
@@ -272,13 +276,13 @@ bool CTroveListModel::SetCellDate(int row, const Util::DateTime& date)
     if (row < 0 || row >= int(m_rows.size()))
         return false;
     if (!date.IsValid())
-        return SetCellText(row, 6, QString());
+        return SetCellText(row, Col::Date, QString());
     CTroveListRow& r = m_rows[row];
     r.dateMsecs = toMsecs(date);
     r.dateKind = CTroveListRow::CellKind::Value;
     if (r.otherTexts)
-        (*r.otherTexts)[otherTextSlot(6)].clear();
-    rowChanged(row, 6, 6);
+        (*r.otherTexts)[otherTextSlot(Col::Date)].clear();
+    rowChanged(row, Col::Date, Col::Date);
     return true;
 }
 
@@ -311,14 +315,12 @@ bool CTroveListModel::SetSubItemImage(int row, int column, int image)
 unsigned CTroveListModel::ItemState(int row, unsigned mask) const
 {
     const CTroveListRow* r = Row(row);
-    return r ? (r->state & mask) : 0u;
+    return r ? r->state.Masked(mask) : 0u;
 }
 
 bool CTroveListModel::SetItemState(int row, unsigned state, unsigned mask)
 {
-    const auto apply = [&](CTroveListRow& r) {
-        r.state = std::uint16_t((r.state & ~mask) | (state & mask));
-    };
+    const auto apply = [&](CTroveListRow& r) { r.state.Write(state, mask); };
     if (row == -1) {
         if (m_rows.empty())
             return true;

@@ -2,6 +2,7 @@
 
 #include "kvxreftroveui_export.h"
 
+#include "panel/ListViewColumn.h"
 #include "views/TroveListRow.h"
 
 #include <QAbstractTableModel>
@@ -27,9 +28,9 @@ class KVXREFTROVEUI_EXPORT CTroveListModel : public QAbstractTableModel
 {
     Q_OBJECT
 public:
-    static constexpr int kColumnCount = 8;
-    static constexpr int kTypeIconColumn = 1;
-    static constexpr int kStatusColumn = 3;
+    static constexpr int kColumnCount = Trove::ListViewColumn::Count;
+    static constexpr int kTypeIconColumn = Trove::ListViewColumn::TypeIcon;
+    static constexpr int kStatusColumn = Trove::ListViewColumn::Status;
 
     explicit CTroveListModel(QObject* parent = nullptr);
     ~CTroveListModel() override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/ItemStateWord.h"
+
 #include <QString>
 
 #include <array>
@@ -16,9 +18,6 @@ struct CTroveListRow
     /// What the size and date cells hold.
     enum class CellKind : std::uint8_t { Empty, Text, Value };
 
-    static constexpr std::uint16_t kOverlayMask = 0x0F00;
-    static constexpr std::uint16_t kStateImageMask = 0xF000;
-
     CTroveListCtrlItem* data = nullptr; ///< the row's item data
     QString name;                       ///< column 2
     QString savedPath;                  ///< column 7
@@ -31,10 +30,10 @@ struct CTroveListRow
     std::int32_t statusImage = -2; ///< column 3
     std::uint16_t statusText = 0;  ///< column 3, an index into the model's shared texts
     std::uint16_t typeText = 0;    ///< column 5, likewise
-    std::uint16_t state = 0;       ///< overlay number in bits 8-11, state image in bits 12-15
+    ItemStateWord state;           ///< overlay and state image
     CellKind sizeKind = CellKind::Empty;
     CellKind dateKind = CellKind::Empty;
 
-    int Overlay() const { return (state & kOverlayMask) >> 8; }
-    int StateImage() const { return (state & kStateImageMask) >> 12; }
+    int Overlay() const { return state.Overlay(); }
+    int StateImage() const { return state.StateImage(); }
 };

@@ -2,9 +2,11 @@
 
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiTheme.h"
+#include "items/ItemTreeLink_p.h"
 #include "items/XrefPanelCtrlItem.h"
 #include "views/XrefTreeDelegate.h"
 #include "views/XrefTreeModel.h"
+#include "views/XrefTreeNode.h"
 
 #include <QHeaderView>
 #include <QStyle>
@@ -34,9 +36,7 @@ CXrefTreeCtrl::~CXrefTreeCtrl() = default;
 
 HTREEITEM CXrefTreeCtrl::InsertItem(CXrefPanelCtrlItem& item, HTREEITEM parent)
 {
-    const HTREEITEM node = m_model->InsertNode(item, parent);
-    item.m_treeItem = node;
-    return node;
+    return m_model->InsertNode(item, parent);
 }
 
 bool CXrefTreeCtrl::DeleteItem(HTREEITEM node)
@@ -63,9 +63,7 @@ bool CXrefTreeCtrl::DeleteChildren(HTREEITEM node)
         if (child->item != item)
             continue; // the item went while it was being reported
         child->item = nullptr;
-        if (item->m_treeItem == child)
-            item->m_treeItem = nullptr;
-        delete item;
+        ItemTreeLink::Destroy(item, child);
     }
     return m_model->RemoveChildren(node);
 }
@@ -141,11 +139,43 @@ std::vector<CXrefPanelCtrlItem*> CXrefTreeCtrl::GetSelectedItems() const
         return items;
     const QModelIndexList selected = selectionModel()->selectedIndexes();
     if (!selected.isEmpty()) {
-        const HTREEITEM node = CXrefTreeModel::NodeOf(selected.front());
-        if (node && node->item)
-            items.push_back(node->item);
+        if (CXrefPanelCtrlItem* item = ItemFromIndex(selected.front()))
+            items.push_back(item);
     }
     return items;
+}
+
+CXrefPanelCtrlItem* CXrefTreeCtrl::ItemFromIndex(const QModelIndex& index) const
+{
+    if (index.model() != m_model)
+        return nullptr;
+    const HTREEITEM node = CXrefTreeModel::NodeOf(index);
+    return node ? node->item : nullptr;
+}
+
+QModelIndex CXrefTreeCtrl::IndexFromItem(const CXrefPanelCtrlItem& item) const
+{
+    const HTREEITEM node = item.GetTreeItem();
+    if (!node || node->item != &item || !m_model->Holds(node))
+        return {};
+    return m_model->IndexOf(node);
+}
+
+CXrefPanelCtrlItem* CXrefTreeCtrl::ItemAt(const QPoint& point) const
+{
+    return ItemFromIndex(indexAt(point));
+}
+
+void CXrefTreeCtrl::SetItemImageLists(const CZuUiImageList* light, const CZuUiImageList* dark)
+{
+    m_itemImages[0] = light;
+    m_itemImages[1] = dark;
+    viewport()->update();
+}
+
+const CZuUiImageList* CXrefTreeCtrl::ItemImageList() const
+{
+    return m_itemImages[CZuUiTheme::Instance().IsDarkTheme() ? 1 : 0];
 }
 
 void CXrefTreeCtrl::applyTheme()

@@ -3,7 +3,7 @@
 #include "kvxreftroveui_export.h"
 
 #include "framework/ZuUiImageList.h"
-#include "views/XrefTreeNode.h"
+#include "views/TreeItemHandle.h"
 
 #include <QTreeView>
 
@@ -25,8 +25,8 @@ public:
 
     CXrefTreeModel& Model() const { return *m_model; }
 
-    /// Appends a node for @p item under @p parent (null: at the root) and gives @p item its
-    /// handle.
+    /// Appends a node for @p item under @p parent (null: at the root) and returns it, for the
+    /// panel to hand to the item.
     HTREEITEM InsertItem(CXrefPanelCtrlItem& item, HTREEITEM parent);
     /// Removes @p node and its subtree; the items are not destroyed.
     bool DeleteItem(HTREEITEM node);
@@ -50,6 +50,19 @@ public:
     /// The selected node's item, or none.
     std::vector<CXrefPanelCtrlItem*> GetSelectedItems() const;
 
+    /// The item of the node at @p index, or null.
+    CXrefPanelCtrlItem* ItemFromIndex(const QModelIndex& index) const;
+    /// The index of @p item's node; invalid when the item has no node here.
+    QModelIndex IndexFromItem(const CXrefPanelCtrlItem& item) const;
+    /// The item of the node under @p point, in viewport coordinates, or null.
+    CXrefPanelCtrlItem* ItemAt(const QPoint& point) const;
+
+    /// The image lists the type icons are drawn from, for the light and the dark theme; the
+    /// view does not own them. Without them no type icon is drawn.
+    void SetItemImageLists(const CZuUiImageList* light, const CZuUiImageList* dark);
+    /// The item image list for the theme in use, or null.
+    const CZuUiImageList* ItemImageList() const;
+
     CZuUiImageList& StateImageList() { return m_stateImageList; }
     const CZuUiImageList& StateImageList() const { return m_stateImageList; }
     bool GetStateImageFlag() const { return m_stateImageFlag; }
@@ -68,4 +81,5 @@ private:
     CZuUiImageList m_stateImageList;
     bool m_stateImageFlag;
     std::vector<HTREEITEM> m_pendingExpansions;
+    const CZuUiImageList* m_itemImages[2] = {nullptr, nullptr};
 };

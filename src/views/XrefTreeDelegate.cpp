@@ -1,6 +1,5 @@
 #include "views/XrefTreeDelegate.h"
 
-#include "items/XrefPanelCtrlItemTypes.h"
 #include "views/ItemPainting_p.h"
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel.h"
@@ -29,12 +28,12 @@ void CXrefTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const bool selected = option.state & QStyle::State_Selected;
     const int image = selected ? node->selectedImage : node->image;
     if (image >= 0) {
-        CXrefPanelCtrlItemTypes::ActiveImageList().Draw(
-            *painter, image, ItemPainting::IconRect(cell, left), node->Overlay());
+        if (const CZuUiImageList* itemImages = m_tree.ItemImageList())
+            itemImages->Draw(*painter, image, ItemPainting::IconRect(cell, left), node->Overlay());
         left += ItemPainting::IconSize().width() + gap;
     }
     QStyleOptionViewItem textOption(option);
-    if (node->state & CXrefTreeNode::kBold) {
+    if (node->state.IsBold()) {
         textOption.font.setBold(true);
         textOption.fontMetrics = QFontMetrics(textOption.font);
     }

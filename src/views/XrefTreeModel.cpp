@@ -1,6 +1,7 @@
 #include "views/XrefTreeModel.h"
 
-#include "items/XrefPanelCtrlItem.h"
+#include "items/ItemTreeLink_p.h"
+#include "views/XrefTreeNode.h"
 
 CXrefTreeModel::CXrefTreeModel(QObject* parent) : QAbstractItemModel(parent) {}
 
@@ -172,7 +173,7 @@ void CXrefTreeModel::SetState(HTREEITEM node, unsigned state, unsigned mask)
 {
     if (!node)
         return;
-    node->state = std::uint16_t((node->state & ~mask) | (state & mask));
+    node->state.Write(state, mask);
     nodeChanged(node);
 }
 
@@ -263,10 +264,19 @@ void CXrefTreeModel::detachItems(CXrefTreeNode& node)
     while (!pending.empty()) {
         CXrefTreeNode* current = pending.back();
         pending.pop_back();
-        if (current->item && current->item->m_treeItem == current)
-            current->item->m_treeItem = nullptr;
+        if (current->item)
+            ItemTreeLink::Detach(*current->item, current);
         current->item = nullptr;
         for (auto& child : current->children)
             pending.push_back(child.get());
     }
+}
+
+bool CXrefTreeModel::Holds(HTREEITEM node) const
+{
+    if (!node)
+        return false;
+    while (node->parent)
+        node = node->parent;
+    return node->row >= 0 && node->row < int(m_top.size()) && m_top[node->row].get() == node;
 }

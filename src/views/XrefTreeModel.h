@@ -42,6 +42,8 @@ public:
     void RemoveAll();
 
     QModelIndex IndexOf(HTREEITEM node) const;
+    /// Whether @p node is one of this model's nodes (a walk up to its top-level node).
+    bool Holds(HTREEITEM node) const;
     static HTREEITEM NodeOf(const QModelIndex& index);
     HTREEITEM RootNode() const;
     /// How many nodes the tree holds.

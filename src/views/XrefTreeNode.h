@@ -1,5 +1,8 @@
 #pragma once
 
+#include "views/ItemStateWord.h"
+#include "views/TreeItemHandle.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -8,15 +11,9 @@
 
 class CXrefPanelCtrlItem;
 
-/// One node of the tree view: what the tree shows for one item. The state word keeps the classic
-/// layout so that items can address it with the usual masks: bits 8-11 the overlay number,
-/// bits 12-15 the state image index (0 none, n image n - 1), 0x10 bold.
+/// One node of the tree view: what the tree shows for one item.
 struct CXrefTreeNode
 {
-    static constexpr std::uint16_t kBold = 0x0010;
-    static constexpr std::uint16_t kOverlayMask = 0x0F00;
-    static constexpr std::uint16_t kStateImageMask = 0xF000;
-
     QString text;
     CXrefPanelCtrlItem* item = nullptr;
     CXrefTreeNode* parent = nullptr;
@@ -24,11 +21,8 @@ struct CXrefTreeNode
     int row = 0; ///< position among the parent's children (or among the top-level nodes)
     std::int32_t image = -2; ///< -2: no image
     std::int32_t selectedImage = -2;
-    std::uint16_t state = 0;
+    ItemStateWord state;
 
-    int Overlay() const { return (state & kOverlayMask) >> 8; }
-    int StateImage() const { return (state & kStateImageMask) >> 12; }
+    int Overlay() const { return state.Overlay(); }
+    int StateImage() const { return state.StateImage(); }
 };
-
-/// A tree node handle; null is "no node".
-using HTREEITEM = CXrefTreeNode*;

@@ -1,6 +1,7 @@
 // The property catalogue: names by resource id, the shared name map and the row value type.
 
 #include "items/XrefProperty.h"
+#include "panel/XrefPanelCtrl.h"
 #include "resources/TroveResources.h"
 
 #include <gtest/gtest.h>
