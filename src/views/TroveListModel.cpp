@@ -5,6 +5,7 @@
 #include "services/TroveUIFunctions.h"
 #include "util/DateTime.h"
 #include "util/FormatMsg.h"
+#include "views/ChangeCoalescer_p.h"
 
 #include <algorithm>
 #include <numeric>
@@ -68,7 +69,11 @@ QString otherText(const CTroveListRow& row, int column)
 
 } // namespace
 
-CTroveListModel::CTroveListModel(QObject* parent) : QAbstractTableModel(parent) {}
+CTroveListModel::CTroveListModel(QObject* parent)
+    : QAbstractTableModel(parent),
+      m_changes(std::make_unique<ChangeCoalescer>(
+          this, [this](const void*, int first, int last) { announceChanges(first, last); }))
+{}
 
 CTroveListModel::~CTroveListModel()
 {
@@ -450,22 +455,17 @@ void CTroveListModel::announceRows()
 
 void CTroveListModel::rowChanged(int row, int, int)
 {
-    // A fill writes every cell of every row; one announcement per batch instead of one per
-    // cell keeps the views out of the way.
-    if (m_changedFirst < 0) {
-        m_changedFirst = m_changedLast = row;
-        QMetaObject::invokeMethod(this, &CTroveListModel::FlushChanges, Qt::QueuedConnection);
-        return;
-    }
-    m_changedFirst = std::min(m_changedFirst, row);
-    m_changedLast = std::max(m_changedLast, row);
+    m_changes->Note(nullptr, row);
 }
 
 void CTroveListModel::FlushChanges()
 {
-    const int first = m_changedFirst;
-    const int last = std::min(m_changedLast, m_announcedRows - 1);
-    m_changedFirst = m_changedLast = -1;
+    m_changes->Flush();
+}
+
+void CTroveListModel::announceChanges(int first, int last)
+{
+    last = std::min(last, m_announcedRows - 1);
     if (first < 0 || first > last)
         return;
     emit dataChanged(index(first, 0), index(last, kColumnCount - 1));

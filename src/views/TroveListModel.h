@@ -11,8 +11,10 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <vector>
 
+class ChangeCoalescer;
 class CTroveListCtrlItem;
 
 namespace Util {
@@ -95,6 +97,7 @@ public:
 
 private:
     void rowChanged(int row, int firstColumn, int lastColumn);
+    void announceChanges(int first, int last);
     /// The shared-text index of @p text (0 for the empty text), or -1 when the table is full.
     int sharedTextId(const QString& text);
 
@@ -110,6 +113,5 @@ private:
     int m_removalDepth = 0;
     int m_removedRows = 0;
     int m_announcedRows = 0;
-    int m_changedFirst = -1;
-    int m_changedLast = -1;
+    std::unique_ptr<ChangeCoalescer> m_changes;
 };

@@ -1,9 +1,16 @@
 #include "views/XrefTreeModel.h"
 
 #include "items/ItemTreeLink_p.h"
+#include "views/ChangeCoalescer_p.h"
 #include "views/XrefTreeNode.h"
 
-CXrefTreeModel::CXrefTreeModel(QObject* parent) : QAbstractItemModel(parent) {}
+CXrefTreeModel::CXrefTreeModel(QObject* parent)
+    : QAbstractItemModel(parent),
+      m_changes(
+          std::make_unique<ChangeCoalescer>(this, [this](const void* group, int first, int last) {
+              announceChanges(static_cast<HTREEITEM>(const_cast<void*>(group)), first, last);
+          }))
+{}
 
 CXrefTreeModel::~CXrefTreeModel()
 {
@@ -185,18 +192,7 @@ std::vector<std::unique_ptr<CXrefTreeNode>>& CXrefTreeModel::siblingsOf(HTREEITE
 void CXrefTreeModel::nodeChanged(HTREEITEM node)
 {
     // Siblings changed one after the other (a fill) are announced together.
-    if (m_changePending && m_changedParent == node->parent) {
-        m_changedFirst = std::min(m_changedFirst, node->row);
-        m_changedLast = std::max(m_changedLast, node->row);
-        return;
-    }
-    if (m_changePending)
-        FlushChanges();
-    else
-        QMetaObject::invokeMethod(this, &CXrefTreeModel::FlushChanges, Qt::QueuedConnection);
-    m_changePending = true;
-    m_changedParent = node->parent;
-    m_changedFirst = m_changedLast = node->row;
+    m_changes->Note(node->parent, node->row);
 }
 
 void CXrefTreeModel::BeginBatch()
@@ -229,18 +225,20 @@ void CXrefTreeModel::AnnounceNodes()
 
 void CXrefTreeModel::FlushChanges()
 {
-    if (!m_changePending)
-        return;
-    m_changePending = false;
+    m_changes->Flush();
+}
+
+void CXrefTreeModel::announceChanges(HTREEITEM changedParent, int first, int last)
+{
     // Nodes the views have not been told about yet come with their current data anyway.
     if (!m_quietParents.empty())
         return;
-    const int count = int(m_changedParent ? m_changedParent->children.size() : m_top.size());
-    const int last = std::min(m_changedLast, count - 1);
-    if (m_changedFirst > last)
+    const int count = int(changedParent ? changedParent->children.size() : m_top.size());
+    last = std::min(last, count - 1);
+    if (first > last)
         return;
-    const QModelIndex parent = IndexOf(m_changedParent);
-    emit dataChanged(index(m_changedFirst, 0, parent), index(last, 0, parent));
+    const QModelIndex parent = IndexOf(changedParent);
+    emit dataChanged(index(first, 0, parent), index(last, 0, parent));
 }
 
 int CXrefTreeModel::countNodes(const CXrefTreeNode& node)

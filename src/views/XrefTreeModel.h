@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+class ChangeCoalescer;
 class CXrefPanelCtrlItem;
 
 /// The tree view's nodes. A model index's internal pointer is its node; a node knows its parent
@@ -71,6 +72,7 @@ public:
 private:
     std::vector<std::unique_ptr<CXrefTreeNode>>& siblingsOf(HTREEITEM node);
     void nodeChanged(HTREEITEM node);
+    void announceChanges(HTREEITEM changedParent, int first, int last);
     static int countNodes(const CXrefTreeNode& node);
     static void detachItems(CXrefTreeNode& node);
 
@@ -81,8 +83,5 @@ private:
     // first one (a parent always comes after its own parent), and how many they know of.
     std::vector<HTREEITEM> m_quietParents;
     QHash<HTREEITEM, int> m_announcedChildren;
-    bool m_changePending = false;
-    HTREEITEM m_changedParent = nullptr;
-    int m_changedFirst = 0;
-    int m_changedLast = 0;
+    std::unique_ptr<ChangeCoalescer> m_changes;
 };
