@@ -2,7 +2,7 @@
 // folder of a few thousand drawings, against a search per wild card through QDir's name
 // filters in the same run.
 
-#include "views/InPlaceFilePaths.h"
+#include "views/editors/InPlaceFilePaths.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,8 @@
-#include "views/InPlaceComboBoxCtrl.h"
+#include "views/editors/InPlaceComboBoxCtrl.h"
 #include "InPlaceEditorTestHost.h"
 #include "resources/TroveResources.h"
 #include "support/QtPrinters.h"
-#include "views/XrefInPlaceComboBoxCtrl.h"
+#include "views/editors/XrefInPlaceComboBoxCtrl.h"
 
 #include <QAbstractItemView>
 #include <QAction>

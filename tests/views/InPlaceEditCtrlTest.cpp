@@ -1,7 +1,7 @@
 #include "InPlaceEditorTestHost.h"
 #include "support/QtPrinters.h"
 #include "support/ScopedOverrides.h"
-#include "views/InPlaceEditCtrl.h"
+#include "views/editors/InPlaceEditCtrl.h"
 
 #include <QAction>
 #include <QApplication>

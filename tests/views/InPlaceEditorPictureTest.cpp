@@ -5,9 +5,9 @@
 #include "InPlaceEditorTestHost.h"
 #include "support/PictureCase.h"
 #include "support/ScopedOverrides.h"
-#include "views/InPlaceComboBoxCtrl.h"
-#include "views/InPlaceFileEditCtrl.h"
-#include "views/XrefInPlaceComboBoxCtrl.h"
+#include "views/editors/InPlaceComboBoxCtrl.h"
+#include "views/editors/InPlaceFileEditCtrl.h"
+#include "views/editors/XrefInPlaceComboBoxCtrl.h"
 
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiTheme.h"

@@ -3,7 +3,7 @@
 // What the in-place editor tests share: an active window with an owner widget that counts the
 // keys reaching it, and a recorder of the editors' begin and end records.
 
-#include "views/LabelEditInfo.h"
+#include "views/editors/LabelEditInfo_p.h"
 
 #include <gtest/gtest.h>
 

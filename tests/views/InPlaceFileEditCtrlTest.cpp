@@ -1,4 +1,4 @@
-#include "views/InPlaceFileEditCtrl.h"
+#include "views/editors/InPlaceFileEditCtrl.h"
 #include "InPlaceEditorTestHost.h"
 #include "framework/ZuToolTipCtrl.h"
 #include "support/FileDialogStandIn.h"

@@ -1,6 +1,6 @@
 #include "support/QtPrinters.h"
 #include "support/ShortcutFileBuilder.h"
-#include "views/InPlaceFilePaths.h"
+#include "views/editors/InPlaceFilePaths.h"
 
 #include <gtest/gtest.h>
 

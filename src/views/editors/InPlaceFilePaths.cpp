@@ -1,4 +1,4 @@
-#include "views/InPlaceFilePaths.h"
+#include "views/editors/InPlaceFilePaths.h"
 
 #include <QDir>
 #include <QDirIterator>

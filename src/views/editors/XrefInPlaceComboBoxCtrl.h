@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvxreftroveui_export.h"
-#include "views/InPlaceComboBoxCtrl.h"
+#include "views/editors/InPlaceComboBoxCtrl.h"
 
 /// The details list's drop-down for the reference type: the choices are the library's texts
 /// for an attached and an overlaid reference, preset with the cell's current text. Its list

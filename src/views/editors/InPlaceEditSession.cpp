@@ -1,4 +1,4 @@
-#include "views/InPlaceEditSession.h"
+#include "views/editors/InPlaceEditSession_p.h"
 
 #include "framework/ControlId.h"
 

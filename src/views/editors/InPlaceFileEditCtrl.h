@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvxreftroveui_export.h"
-#include "views/InPlaceEditCtrl.h"
+#include "views/editors/InPlaceEditCtrl.h"
 
 #include <QColor>
 #include <QStringList>

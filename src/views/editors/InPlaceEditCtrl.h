@@ -1,10 +1,13 @@
 #pragma once
 
 #include "kvxreftroveui_export.h"
-#include "views/InPlaceEditSession.h"
-#include "views/LabelEditInfo.h"
+
+#include <memory>
 
 #include <QLineEdit>
+
+class InPlaceEditSession;
+struct LabelEditInfo;
 
 /// A one-line text editor that a view puts over one cell to edit its text in place.
 ///
@@ -21,6 +24,7 @@
 class KVXREFTROVEUI_EXPORT CInPlaceEditCtrl : public QLineEdit
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("views/editors/LabelEditInfo_p.h")
 public:
     /// @p item and @p subItem name the cell; with a negative @p item the editor edits but sends
     /// no records.
@@ -35,9 +39,9 @@ public:
     int SubItem() const { return m_subItem; }
     QString InitialText() const { return m_initialText; }
     /// True after Escape until another character is typed.
-    bool IsCancelled() const { return m_session.IsCancelled(); }
+    bool IsCancelled() const;
     /// True once the end record has been sent (or would have been, without an owner).
-    bool HasEnded() const { return m_session.HasEnded(); }
+    bool HasEnded() const;
 
 signals:
     /// The edit begins: text mask, the text shown.
@@ -77,7 +81,8 @@ private:
     int m_item;
     int m_subItem;
     QString m_initialText;
-    InPlaceEditSession m_session{true};
+    // The course of the edit, shared by every editor.
+    const std::unique_ptr<InPlaceEditSession> m_session;
     bool m_deletesItself = true;
     int m_innerLeft = 0;
     int m_innerRight = 0;

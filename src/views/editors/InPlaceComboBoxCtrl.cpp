@@ -1,4 +1,7 @@
-#include "views/InPlaceComboBoxCtrl.h"
+#include "views/editors/InPlaceComboBoxCtrl.h"
+
+#include "views/editors/InPlaceEditSession_p.h"
+#include "views/editors/LabelEditInfo_p.h"
 
 #include "framework/ZuUiTheme.h"
 
@@ -9,7 +12,8 @@
 
 CInPlaceComboBoxCtrl::CInPlaceComboBoxCtrl(int item, int subItem, const QStringList& choices,
                                            const QString& initialValue)
-    : m_item(item), m_subItem(subItem), m_choices(choices), m_initialValue(initialValue)
+    : m_item(item), m_subItem(subItem), m_choices(choices), m_initialValue(initialValue),
+      m_session(std::make_unique<InPlaceEditSession>(false))
 {
     applyTheme();
     connect(&CZuUiTheme::Instance(), &CZuUiTheme::themeChanged, this,
@@ -70,7 +74,7 @@ void CInPlaceComboBoxCtrl::closeUpLater()
 
 void CInPlaceComboBoxCtrl::closeUp()
 {
-    if (m_session.HasEnded())
+    if (m_session->HasEnded())
         return;
     if (QWidget* owner = parentWidget())
         owner->setFocus(Qt::OtherFocusReason);
@@ -79,14 +83,14 @@ void CInPlaceComboBoxCtrl::closeUp()
 
 bool CInPlaceComboBoxCtrl::event(QEvent* event)
 {
-    if (m_session.ClaimShortcut(event))
+    if (m_session->ClaimShortcut(event))
         return true;
     return QComboBox::event(event);
 }
 
 void CInPlaceComboBoxCtrl::keyPressEvent(QKeyEvent* event)
 {
-    if (m_session.EndingKey(this, event)) {
+    if (m_session->EndingKey(this, event)) {
         endEdit(); // also when the owner could not take the focus
         return;
     }
@@ -97,7 +101,7 @@ void CInPlaceComboBoxCtrl::keyPressEvent(QKeyEvent* event)
 void CInPlaceComboBoxCtrl::focusInEvent(QFocusEvent* event)
 {
     QComboBox::focusInEvent(event);
-    if (!ensureSelection() || !m_session.Begin())
+    if (!ensureSelection() || !m_session->Begin())
         return;
     emit beginLabelEdit(makeRecord(true));
 }
@@ -130,12 +134,12 @@ bool CInPlaceComboBoxCtrl::ensureSelection()
 
 void CInPlaceComboBoxCtrl::endEdit()
 {
-    if (!m_session.End())
+    if (!m_session->End())
         return;
     QPointer<CInPlaceComboBoxCtrl> self(this);
     // Without a choice there is nothing to report.
     if (currentIndex() >= 0)
-        emit endLabelEdit(makeRecord(!m_session.IsCancelled()));
+        emit endLabelEdit(makeRecord(!m_session->IsCancelled()));
     if (self)
         deleteLater();
 }
@@ -159,4 +163,14 @@ LabelEditInfo CInPlaceComboBoxCtrl::makeRecord(bool withText) const
         info.text = currentText();
     info.param = currentData();
     return info;
+}
+
+bool CInPlaceComboBoxCtrl::IsCancelled() const
+{
+    return m_session->IsCancelled();
+}
+
+bool CInPlaceComboBoxCtrl::HasEnded() const
+{
+    return m_session->HasEnded();
 }

@@ -1,4 +1,7 @@
-#include "views/InPlaceEditCtrl.h"
+#include "views/editors/InPlaceEditCtrl.h"
+
+#include "views/editors/InPlaceEditSession_p.h"
+#include "views/editors/LabelEditInfo_p.h"
 
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiTheme.h"
@@ -23,7 +26,8 @@ constexpr int kLineEditInnerMargin = 2;
 } // namespace
 
 CInPlaceEditCtrl::CInPlaceEditCtrl(int item, int subItem, const QString& initialText)
-    : m_item(item), m_subItem(subItem), m_initialText(initialText)
+    : m_item(item), m_subItem(subItem), m_initialText(initialText),
+      m_session(std::make_unique<InPlaceEditSession>(true))
 {
     // A plain themed border instead of the style's frame: the style's frame all but vanishes
     // on a dark theme, and an editor over a cell must stand out in both.
@@ -48,7 +52,7 @@ bool CInPlaceEditCtrl::Create(const QRect& rect, QWidget* parent, int controlId)
 bool CInPlaceEditCtrl::event(QEvent* event)
 {
     // Claiming the key before the shortcut map sees it keeps host shortcuts from taking it.
-    if (m_session.ClaimShortcut(event))
+    if (m_session->ClaimShortcut(event))
         return true;
     return QLineEdit::event(event);
 }
@@ -90,7 +94,7 @@ void CInPlaceEditCtrl::setInnerMargins(int left, int right)
 
 void CInPlaceEditCtrl::keyPressEvent(QKeyEvent* event)
 {
-    if (m_session.EndingKey(this, event)) {
+    if (m_session->EndingKey(this, event)) {
         endEdit(); // also when the owner could not take the focus
         return;
     }
@@ -105,7 +109,7 @@ void CInPlaceEditCtrl::focusInEvent(QFocusEvent* event)
     QLineEdit::focusInEvent(event);
     // Focus comes back after the editor's own context menu and after a browse dialog; the edit
     // began only once.
-    if (m_item < 0 || !m_session.Begin())
+    if (m_item < 0 || !m_session->Begin())
         return;
     emit beginLabelEdit(makeRecord(true));
 }
@@ -130,11 +134,11 @@ int CInPlaceEditCtrl::chromeWidth() const
 
 void CInPlaceEditCtrl::endEdit()
 {
-    if (!m_session.End())
+    if (!m_session->End())
         return;
     QPointer<CInPlaceEditCtrl> self(this);
     if (m_item >= 0 && parentWidget())
-        emit endLabelEdit(makeRecord(!m_session.IsCancelled()));
+        emit endLabelEdit(makeRecord(!m_session->IsCancelled()));
     if (self && m_deletesItself)
         deleteLater();
 }
@@ -169,4 +173,14 @@ LabelEditInfo CInPlaceEditCtrl::makeRecord(bool withText) const
     if (withText)
         info.text = text();
     return info;
+}
+
+bool CInPlaceEditCtrl::IsCancelled() const
+{
+    return m_session->IsCancelled();
+}
+
+bool CInPlaceEditCtrl::HasEnded() const
+{
+    return m_session->HasEnded();
 }

@@ -1,4 +1,4 @@
-#include "views/XrefInPlaceComboBoxCtrl.h"
+#include "views/editors/XrefInPlaceComboBoxCtrl.h"
 
 #include "resources/TroveResources.h"
 

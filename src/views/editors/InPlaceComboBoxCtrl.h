@@ -1,11 +1,14 @@
 #pragma once
 
 #include "kvxreftroveui_export.h"
-#include "views/InPlaceEditSession.h"
-#include "views/LabelEditInfo.h"
+
+#include <memory>
 
 #include <QComboBox>
 #include <QStringList>
+
+class InPlaceEditSession;
+struct LabelEditInfo;
 
 /// A drop-down list that a view puts over one cell to choose its value from fixed choices.
 ///
@@ -17,6 +20,7 @@
 class KVXREFTROVEUI_EXPORT CInPlaceComboBoxCtrl : public QComboBox
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("views/editors/LabelEditInfo_p.h")
 public:
     CInPlaceComboBoxCtrl(int item, int subItem, const QStringList& choices,
                          const QString& initialValue);
@@ -30,8 +34,8 @@ public:
     int SubItem() const { return m_subItem; }
     QStringList Choices() const { return m_choices; }
     QString InitialValue() const { return m_initialValue; }
-    bool IsCancelled() const { return m_session.IsCancelled(); }
-    bool HasEnded() const { return m_session.HasEnded(); }
+    bool IsCancelled() const;
+    bool HasEnded() const;
 
     void showPopup() override;
     /// Closing the drop-down ends the edit.
@@ -64,6 +68,7 @@ private:
     int m_subItem;
     QStringList m_choices;
     QString m_initialValue;
-    InPlaceEditSession m_session{false};
+    // The course of the edit, shared by every editor.
+    const std::unique_ptr<InPlaceEditSession> m_session;
     bool m_popupOpen = false;
 };

@@ -1,4 +1,4 @@
-#include "views/InPlaceFileEditCtrl.h"
+#include "views/editors/InPlaceFileEditCtrl.h"
 
 #include "framework/ZuToolTipCtrl.h"
 #include "framework/ZuUiHiDpi.h"
@@ -6,7 +6,7 @@
 #include "host/KvUiFolderBrowser.h"
 #include "host/KvUiNavDialog.h"
 #include "host/ShortcutResolver.h"
-#include "views/InPlaceFilePaths.h"
+#include "views/editors/InPlaceFilePaths.h"
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
