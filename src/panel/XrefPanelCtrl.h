@@ -20,6 +20,7 @@
 #include <vector>
 
 class CXREFPalette;
+class CXrefPanelCtrlPrivate;
 class CXrefToolBar;
 class CXrefMessageBox;
 class CXrefPanelCtrlItem;
@@ -64,7 +65,7 @@ public:
     /// Makes the panel a child of @p parent at @p rect with control id @p id and creates its
     /// children. Returns false when it was already created.
     bool Create(const wchar_t* windowName, const QRect& rect, QWidget* parent, int id);
-    bool IsCreated() const { return m_created; }
+    bool IsCreated() const;
 
     // --- Host operations, in the order the host implements them --------------------------------
 
@@ -124,20 +125,20 @@ public:
 
     // --- State ----------------------------------------------------------------------------------
 
-    FileReferenceViewType GetReferenceViewType() const { return m_referenceViewType; }
-    DetailsViewType GetDetailsViewType() const { return m_detailsViewType; }
-    DetailsViewType GetActiveDetailViewType() const { return m_detailsViewType; }
+    FileReferenceViewType GetReferenceViewType() const;
+    DetailsViewType GetDetailsViewType() const;
+    DetailsViewType GetActiveDetailViewType() const;
     /// True except while a property edit runs.
-    bool GetEnableSelect() const { return m_enableSelect; }
+    bool GetEnableSelect() const;
     /// Whether the host drawing's name shows the unsaved-changes marker: both flags together.
     void EnableHostModStatus(bool enabled, bool modified);
-    bool IsHostModStatusEnabled() const { return m_hostModStatusEnabled; }
-    bool IsHostModified() const { return m_hostModified; }
+    bool IsHostModStatusEnabled() const;
+    bool IsHostModified() const;
     /// The selected items, in the order the view reported them. Not owned.
-    const std::vector<CXrefPanelCtrlItem*>& GetSelectedItems() const { return m_selectedItems; }
-    bool IsTroveMode() const { return m_troveMode; }
+    const std::vector<CXrefPanelCtrlItem*>& GetSelectedItems() const;
+    bool IsTroveMode() const;
     /// The tool-tip style and preview size the items' tool tips follow.
-    ToolTipMenuSettings GetToolTipMenuSettings() const { return {m_toolTipStyle, m_toolTipSize}; }
+    ToolTipMenuSettings GetToolTipMenuSettings() const;
 
     /// True for the status icons 1 to 6.
     static bool IsValidRefStatusIcon(RefStatus::RefIcon icon);
@@ -179,13 +180,15 @@ public:
     /// Rebuilds both views' repository-state image lists with their current flags.
     void UpdateStateImageList();
 
-    CTroveListCtrl* GetListCtrl() const { return m_listCtrl; }
-    CXrefTreeCtrl* GetTreeCtrl() const { return m_treeCtrl; }
+    /// The list view; null until Create.
+    CTroveListCtrl* GetListCtrl() const;
+    /// The tree view; null until Create.
+    CXrefTreeCtrl* GetTreeCtrl() const;
     /// The preview pane; null until Create.
-    CXrefPreview* GetPreviewCtrl() const { return m_preview; }
-    const std::shared_ptr<CXrefToolBar>& GetToolBar() const { return m_toolBar; }
-    const std::shared_ptr<CXrefMessageBox>& GetMessageBox() const { return m_messageBox; }
-    CXREFPalette* GetPalette() const { return m_palette; }
+    CXrefPreview* GetPreviewCtrl() const;
+    const std::shared_ptr<CXrefToolBar>& GetToolBar() const;
+    const std::shared_ptr<CXrefMessageBox>& GetMessageBox() const;
+    CXREFPalette* GetPalette() const;
 
     // --- Menu texts -----------------------------------------------------------------------------
 
@@ -202,28 +205,8 @@ protected:
     void OnTreeItemToBeDeleted(CXrefPanelCtrlItem& item);
 
 private:
-    /// Empties both views' selections and the selection vector.
-    void clearSelection();
     void onTreeItemToBeDeleted(CXrefPanelCtrlItem* item);
     void buildStateImageLists(bool listFlag, bool treeFlag);
 
-    CXREFPalette* m_palette;
-    std::shared_ptr<CXrefToolBar> m_toolBar;
-    std::shared_ptr<CXrefMessageBox> m_messageBox;
-    bool m_troveMode;
-    int m_listOption;
-    bool m_listFlag;
-    FileReferenceViewType m_referenceViewType;
-    DetailsViewType m_detailsViewType;
-    bool m_created = false;
-    bool m_enableSelect = true;
-    bool m_hostModStatusEnabled = false;
-    bool m_hostModified = false;
-    bool m_showLowerPane = true;
-    int m_toolTipStyle = 3;
-    int m_toolTipSize = 1;
-    std::vector<CXrefPanelCtrlItem*> m_selectedItems;
-    CTroveListCtrl* m_listCtrl = nullptr; // child widget, owned by the panel
-    CXrefTreeCtrl* m_treeCtrl = nullptr;
-    CXrefPreview* m_preview = nullptr;
+    std::unique_ptr<CXrefPanelCtrlPrivate> const d;
 };

@@ -1,0 +1,42 @@
+#pragma once
+
+// The panel's state, one internal class per concern. Not installed.
+
+#include "panel/detail/ContextMenus.h"
+#include "panel/detail/DetailsBinding.h"
+#include "panel/detail/PanelLayout.h"
+#include "panel/detail/SelectionBinding.h"
+#include "panel/detail/ToolTipSettings.h"
+
+#include <memory>
+
+class CXREFPalette;
+class CXrefMessageBox;
+class CXrefToolBar;
+
+class CXrefPanelCtrlPrivate
+{
+public:
+    CXrefPanelCtrlPrivate(CXREFPalette* palette_, std::shared_ptr<CXrefToolBar> toolBar_,
+                          std::shared_ptr<CXrefMessageBox> messageBox_, bool troveMode_,
+                          Trove::FileReferenceViewType referenceView,
+                          Trove::DetailsViewType detailsView, int listOption, bool listFlag)
+        : palette(palette_), toolBar(std::move(toolBar_)), messageBox(std::move(messageBox_)),
+          troveMode(troveMode_), layout(referenceView, detailsView, listOption, listFlag)
+    {}
+
+    CXREFPalette* palette;
+    // Shared with the host, which may keep them longer than the panel.
+    std::shared_ptr<CXrefToolBar> toolBar;
+    std::shared_ptr<CXrefMessageBox> messageBox;
+    bool troveMode;
+    bool created = false;
+    bool hostModStatusEnabled = false;
+    bool hostModified = false;
+
+    PanelLayout layout;
+    SelectionBinding selection;
+    DetailsBinding details{selection};
+    ContextMenus menus;
+    ToolTipSettings toolTips;
+};
