@@ -13,13 +13,10 @@
 #include "toolbar/XrefToolBar.h"
 #include "util/DateTime.h"
 #include "views/TroveListCtrl.h"
-#include "views/TroveListModel.h"
-#include "views/TroveListRow.h"
 #include "views/XrefCoupledGroupCtrl.h"
 #include "views/XrefGroupCtrl.h"
 #include "views/XrefPreview.h"
 #include "views/XrefTreeCtrl.h"
-#include "views/XrefTreeModel.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -322,15 +319,9 @@ void DemoPanel::selectionChanged(QAbstractItemView* view)
 
 CXrefPanelCtrlItem* DemoPanel::itemAt(QAbstractItemView* view, const QPoint& viewportPos) const
 {
-    const QModelIndex index = view->indexAt(viewportPos);
-    if (!index.isValid())
-        return nullptr;
-    if (view == GetTreeCtrl()) {
-        const HTREEITEM node = CXrefTreeModel::NodeOf(index);
-        return node ? node->item : nullptr;
-    }
-    const CTroveListRow* row = GetListCtrl()->Model().Row(index.row());
-    return row && row->data && !row->data->Items().empty() ? *row->data->Items().begin() : nullptr;
+    if (view == GetTreeCtrl())
+        return GetTreeCtrl()->ItemAt(viewportPos);
+    return GetListCtrl()->ItemAt(viewportPos);
 }
 
 // Rich tool tips for the rows, as the views will show them once they ask for them themselves.

@@ -8,10 +8,10 @@
 #include "resources/TroveResources.h"
 #include "util/FormatMsg.h"
 #include "views/TroveListCtrl.h"
-#include "views/TroveListModel.h"
+#include "views/TroveListModel_p.h"
 #include "views/XrefTreeCtrl.h"
-#include "views/XrefTreeModel.h"
-#include "views/XrefTreeNode.h"
+#include "views/XrefTreeModel_p.h"
+#include "views/XrefTreeNode_p.h"
 
 namespace {
 

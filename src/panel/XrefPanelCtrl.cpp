@@ -8,11 +8,11 @@
 #include "services/XrefMessageBox.h"
 #include "toolbar/XrefToolBar.h"
 #include "views/TroveListCtrl.h"
-#include "views/TroveListModel.h"
+#include "views/TroveListModel_p.h"
 #include "views/XrefPreview.h"
 #include "views/XrefTreeCtrl.h"
-#include "views/XrefTreeModel.h"
-#include "views/XrefTreeNode.h"
+#include "views/XrefTreeModel_p.h"
+#include "views/XrefTreeNode_p.h"
 
 #include <algorithm>
 

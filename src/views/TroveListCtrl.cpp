@@ -6,8 +6,8 @@
 #include "items/XrefPanelCtrlItem.h"
 #include "panel/ListViewColumn.h"
 #include "resources/TroveResources.h"
-#include "views/TroveListDelegate.h"
-#include "views/TroveListModel.h"
+#include "views/TroveListDelegate_p.h"
+#include "views/TroveListModel_p.h"
 
 #include <QHeaderView>
 

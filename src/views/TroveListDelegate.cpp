@@ -1,8 +1,8 @@
-#include "views/TroveListDelegate.h"
+#include "views/TroveListDelegate_p.h"
 
 #include "views/ItemPainting_p.h"
 #include "views/TroveListCtrl.h"
-#include "views/TroveListModel.h"
+#include "views/TroveListModel_p.h"
 
 CTroveListDelegate::CTroveListDelegate(CTroveListCtrl& list)
     : QStyledItemDelegate(&list), m_list(list)

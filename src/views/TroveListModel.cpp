@@ -1,4 +1,4 @@
-#include "views/TroveListModel.h"
+#include "views/TroveListModel_p.h"
 
 #include "items/TroveListCtrlItem.h"
 #include "panel/ListViewColumn.h"

@@ -4,9 +4,9 @@
 #include "framework/ZuUiTheme.h"
 #include "items/ItemTreeLink_p.h"
 #include "items/XrefPanelCtrlItem.h"
-#include "views/XrefTreeDelegate.h"
-#include "views/XrefTreeModel.h"
-#include "views/XrefTreeNode.h"
+#include "views/XrefTreeDelegate_p.h"
+#include "views/XrefTreeModel_p.h"
+#include "views/XrefTreeNode_p.h"
 
 #include <QHeaderView>
 #include <QStyle>

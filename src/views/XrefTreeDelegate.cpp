@@ -1,8 +1,8 @@
-#include "views/XrefTreeDelegate.h"
+#include "views/XrefTreeDelegate_p.h"
 
 #include "views/ItemPainting_p.h"
 #include "views/XrefTreeCtrl.h"
-#include "views/XrefTreeModel.h"
+#include "views/XrefTreeModel_p.h"
 
 CXrefTreeDelegate::CXrefTreeDelegate(CXrefTreeCtrl& tree) : QStyledItemDelegate(&tree), m_tree(tree)
 {}

@@ -1,8 +1,8 @@
-#include "views/XrefTreeModel.h"
+#include "views/XrefTreeModel_p.h"
 
 #include "items/ItemTreeLink_p.h"
 #include "views/ChangeCoalescer_p.h"
-#include "views/XrefTreeNode.h"
+#include "views/XrefTreeNode_p.h"
 
 CXrefTreeModel::CXrefTreeModel(QObject* parent)
     : QAbstractItemModel(parent),

@@ -6,9 +6,9 @@
 #include "items/TroveListCtrlItem.h"
 #include "resources/TroveResources.h"
 #include "views/TroveListCtrl.h"
-#include "views/TroveListModel.h"
+#include "views/TroveListModel_p.h"
 #include "views/XrefTreeCtrl.h"
-#include "views/XrefTreeModel.h"
+#include "views/XrefTreeModel_p.h"
 
 #include <gtest/gtest.h>
 

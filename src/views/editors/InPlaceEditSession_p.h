@@ -12,7 +12,7 @@ class QWidget;
 /// The course of one in-place edit, the same for every editor: it begins once, when the editor
 /// first has the focus; it ends once; Enter and Escape end it, Escape as a cancel; and the keys
 /// the editor needs stay with it even when the host has shortcuts on them.
-class KVXREFTROVEUI_EXPORT InPlaceEditSession
+class KVXREFTROVEUI_TEST_EXPORT InPlaceEditSession
 {
 public:
     /// A text editor also keeps Delete and every Control combination.

@@ -2,7 +2,7 @@
 
 #include "kvxreftroveui_export.h"
 
-#include "views/XrefTreeNode.h"
+#include "views/XrefTreeNode_p.h"
 
 #include <QAbstractItemModel>
 #include <QHash>
@@ -18,7 +18,7 @@ class CXrefPanelCtrlItem;
 ///
 /// Nodes own their children. The model does not own items: when nodes go while their items
 /// stay, the items are told (their node handle is cleared).
-class KVXREFTROVEUI_EXPORT CXrefTreeModel : public QAbstractItemModel
+class KVXREFTROVEUI_TEST_EXPORT CXrefTreeModel : public QAbstractItemModel
 {
     Q_OBJECT
 public:

@@ -3,7 +3,7 @@
 #include "kvxreftroveui_export.h"
 
 #include "panel/ListViewColumn.h"
-#include "views/TroveListRow.h"
+#include "views/TroveListRow_p.h"
 
 #include <QAbstractTableModel>
 #include <QHash>
@@ -26,7 +26,7 @@ class DateTime;
 ///
 /// Row and column arguments out of range are ignored (reads give empty texts, -2 images, 0
 /// state), like writes to a missing list row.
-class KVXREFTROVEUI_EXPORT CTroveListModel : public QAbstractTableModel
+class KVXREFTROVEUI_TEST_EXPORT CTroveListModel : public QAbstractTableModel
 {
     Q_OBJECT
 public:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "views/ItemStateWord.h"
+#include "views/ItemStateWord_p.h"
 
 #include <QString>
 
