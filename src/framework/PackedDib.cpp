@@ -237,6 +237,100 @@ std::optional<Masks> readMasks(const BitmapInfoHeader& h, const QByteArray& bloc
     return masks;
 }
 
+// Row decoders: each turns one stored row of @p width pixels into colours.
+
+// Indexes of fewer than 8 bits are packed from the high bits of each byte down.
+template <int Bits>
+void decodeIndexedRow(const unsigned char* src, int width, const Palette& palette, QRgb* dst)
+{
+    constexpr int perByte = 8 / Bits;
+    constexpr int mask = (1 << Bits) - 1;
+    for (int x = 0; x < width; ++x) {
+        const int shift = 8 - Bits * (x % perByte + 1);
+        dst[x] = palette[size_t((src[x / perByte] >> shift) & mask)];
+    }
+}
+
+void decodeMasked16Row(const unsigned char* src, int width, const Masks& masks, QRgb* dst)
+{
+    for (int x = 0; x < width; ++x)
+        dst[x] = masks.color(std::uint32_t(src[x * 2]) | (std::uint32_t(src[x * 2 + 1]) << 8));
+}
+
+void decodeBgr24Row(const unsigned char* src, int width, QRgb* dst)
+{
+    for (int x = 0; x < width; ++x)
+        dst[x] = qRgb(src[x * 3 + 2], src[x * 3 + 1], src[x * 3]);
+}
+
+void decodeMasked32Row(const unsigned char* src, int width, const Masks& masks, QRgb* dst)
+{
+    for (int x = 0; x < width; ++x)
+        dst[x] = masks.color(readU32(reinterpret_cast<const char*>(src + x * 4)));
+}
+
+// Returns whether any pixel of the row has a non-zero fourth byte.
+bool decodeBgra32Row(const unsigned char* src, int width, QRgb* dst)
+{
+    bool anyAlpha = false;
+    for (int x = 0; x < width; ++x) {
+        const int a = src[x * 4 + 3];
+        anyAlpha = anyAlpha || a != 0;
+        dst[x] = qRgba(src[x * 4 + 2], src[x * 4 + 1], src[x * 4], a);
+    }
+    return anyAlpha;
+}
+
+// Decodes every row of @p rows into @p image, turning bottom-up pictures the right way up.
+// Returns whether any plain 32-bit pixel had a non-zero fourth byte.
+bool decodeRows(const Layout& layout, const unsigned char* rows, const Palette& palette,
+                const Masks& masks, QImage& image)
+{
+    const int width = layout.width;
+    const int height = layout.height;
+    bool anyAlpha = false;
+    for (int row = 0; row < height; ++row) {
+        const unsigned char* src = rows + qint64(row) * layout.stride;
+        auto* dst =
+            reinterpret_cast<QRgb*>(image.scanLine(layout.bottomUp ? height - 1 - row : row));
+        switch (layout.format) {
+        case PixelFormat::Indexed1:
+            decodeIndexedRow<1>(src, width, palette, dst);
+            break;
+        case PixelFormat::Indexed4:
+            decodeIndexedRow<4>(src, width, palette, dst);
+            break;
+        case PixelFormat::Indexed8:
+            decodeIndexedRow<8>(src, width, palette, dst);
+            break;
+        case PixelFormat::Masked16:
+            decodeMasked16Row(src, width, masks, dst);
+            break;
+        case PixelFormat::Bgr24:
+            decodeBgr24Row(src, width, dst);
+            break;
+        case PixelFormat::Masked32:
+            decodeMasked32Row(src, width, masks, dst);
+            break;
+        case PixelFormat::Bgra32:
+            if (decodeBgra32Row(src, width, dst))
+                anyAlpha = true;
+            break;
+        }
+    }
+    return anyAlpha;
+}
+
+void makeOpaque(QImage& image)
+{
+    for (int row = 0; row < image.height(); ++row) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(row));
+        for (int x = 0; x < image.width(); ++x)
+            line[x] |= 0xFF000000u;
+    }
+    image.reinterpretAsFormat(QImage::Format_RGB32);
+}
+
 } // namespace
 
 std::optional<BitmapInfoHeader> BitmapInfoHeader::Read(const char* data, qsizetype size)
@@ -376,52 +470,15 @@ QImage PackedDib::ToImage(const char* bitsData, qint64 bitsSize) const
         rows = expanded.data();
     }
 
-    const int width = layout->width;
-    const int height = layout->height;
-    const int bitCount = h.biBitCount;
     const bool mayHaveAlpha = layout->format == PixelFormat::Bgra32;
-    bool anyAlpha = false;
-    QImage image(width, height, mayHaveAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    QImage image(layout->width, layout->height,
+                 mayHaveAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     if (image.isNull())
         return {};
-    for (int row = 0; row < height; ++row) {
-        const unsigned char* src = rows + qint64(row) * layout->stride;
-        auto* dst =
-            reinterpret_cast<QRgb*>(image.scanLine(layout->bottomUp ? height - 1 - row : row));
-        for (int x = 0; x < width; ++x) {
-            QRgb pixel = 0;
-            if (layout->rle) {
-                pixel = palette[src[x]];
-            } else if (bitCount <= 8) {
-                const int perByte = 8 / bitCount;
-                const int byte = src[x / perByte];
-                const int shift = 8 - bitCount * (x % perByte + 1);
-                pixel = palette[size_t((byte >> shift) & ((1 << bitCount) - 1))];
-            } else if (bitCount == 24) {
-                pixel = qRgb(src[x * 3 + 2], src[x * 3 + 1], src[x * 3]);
-            } else if (bitCount == 16) {
-                const std::uint32_t v =
-                    std::uint32_t(src[x * 2]) | (std::uint32_t(src[x * 2 + 1]) << 8);
-                pixel = masks->color(v);
-            } else if (layout->format == PixelFormat::Masked32) {
-                pixel = masks->color(readU32(reinterpret_cast<const char*>(src + x * 4)));
-            } else {
-                const int a = src[x * 4 + 3];
-                anyAlpha = anyAlpha || a != 0;
-                pixel = qRgba(src[x * 4 + 2], src[x * 4 + 1], src[x * 4], a);
-            }
-            dst[x] = pixel;
-        }
-    }
+    const bool anyAlpha = decodeRows(*layout, rows, palette, *masks, image);
     // The fourth byte of a plain 32-bit picture is usually unused padding; only when someone
     // filled it is it taken as transparency.
-    if (mayHaveAlpha && !anyAlpha) {
-        for (int row = 0; row < height; ++row) {
-            auto* line = reinterpret_cast<QRgb*>(image.scanLine(row));
-            for (int x = 0; x < width; ++x)
-                line[x] |= 0xFF000000u;
-        }
-        image.reinterpretAsFormat(QImage::Format_RGB32);
-    }
+    if (mayHaveAlpha && !anyAlpha)
+        makeOpaque(image);
     return image;
 }
