@@ -5,6 +5,7 @@
 #include <array>
 #include <climits>
 #include <cstring>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -93,6 +94,241 @@ bool decodeRle(const unsigned char* src, qint64 size, int bitCount, int width, i
         }
     }
     return true;
+}
+
+using Palette = std::array<QRgb, 256>;
+
+// The three colour masks of a 16- or 32-bit picture; all empty for the other bit counts.
+struct Masks
+{
+    Channel red;
+    Channel green;
+    Channel blue;
+
+    QRgb color(std::uint32_t pixel) const
+    {
+        return qRgb(red.value(pixel), green.value(pixel), blue.value(pixel));
+    }
+};
+
+// How the pixels of one row are stored, after run-length data has been expanded.
+enum class PixelFormat {
+    Indexed1,
+    Indexed4,
+    Indexed8, // also expanded run-length rows: one index byte per pixel
+    Masked16,
+    Bgr24,
+    Masked32,
+    Bgra32,
+};
+
+// What the header says about the pixels, once it has been checked against the buffers.
+struct Layout
+{
+    int width = 0;
+    int height = 0;
+    bool bottomUp = true;
+    bool rle = false;
+    PixelFormat format = PixelFormat::Indexed8;
+    qint64 stride = 0; // bytes from one row to the next, of the expanded rows for run lengths
+};
+
+// The row format of a bit count and compression; nullopt for the combinations not read here.
+std::optional<PixelFormat> pixelFormat(int bitCount, std::uint32_t compression)
+{
+    using H = BitmapInfoHeader;
+    const bool plain = compression == H::Rgb;
+    switch (bitCount) {
+    case 1:
+        return plain ? std::optional(PixelFormat::Indexed1) : std::nullopt;
+    case 4:
+        if (compression == H::Rle4)
+            return PixelFormat::Indexed8;
+        return plain ? std::optional(PixelFormat::Indexed4) : std::nullopt;
+    case 8:
+        return plain || compression == H::Rle8 ? std::optional(PixelFormat::Indexed8)
+                                               : std::nullopt;
+    case 16:
+        return plain || compression == H::BitFields ? std::optional(PixelFormat::Masked16)
+                                                    : std::nullopt;
+    case 24:
+        return plain ? std::optional(PixelFormat::Bgr24) : std::nullopt;
+    case 32:
+        if (compression == H::BitFields)
+            return PixelFormat::Masked32;
+        return plain ? std::optional(PixelFormat::Bgra32) : std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
+// Checks the header against the block it came in (@p blockSize bytes) and the pixel data
+// (@p bitsSize bytes) before anything is allocated for the picture.
+std::optional<Layout> checkLayout(const BitmapInfoHeader& h, qint64 blockSize, qint64 bitsSize)
+{
+    if (h.biSize < BitmapInfoHeader::kSize || h.biSize > std::uint32_t(blockSize))
+        return std::nullopt;
+    if (h.biWidth <= 0 || h.biHeight == 0 || h.biHeight == INT_MIN)
+        return std::nullopt;
+    Layout layout;
+    layout.width = h.biWidth;
+    layout.height = h.biHeight > 0 ? h.biHeight : -h.biHeight;
+    layout.bottomUp = h.biHeight > 0;
+    const qint64 pixels = qint64(layout.width) * layout.height;
+    if (pixels > PackedDib::kMaxPixels)
+        return std::nullopt;
+
+    const auto format = pixelFormat(h.biBitCount, h.biCompression);
+    if (!format)
+        return std::nullopt;
+    layout.format = *format;
+    layout.rle =
+        h.biCompression == BitmapInfoHeader::Rle8 || h.biCompression == BitmapInfoHeader::Rle4;
+    if (layout.rle) {
+        if (!layout.bottomUp)
+            return std::nullopt;
+        // Run-length data may describe far more pixels than it has bytes, but not without limit:
+        // a code pair draws at most 255 pixels and even skips over empty rows cost a code each.
+        // A picture beyond this ratio is not a real one, and decoding it would take seconds and
+        // hundreds of megabytes for a few dozen bytes of input.
+        if (pixels > PackedDib::kMaxRlePixelsPerByte * bitsSize)
+            return std::nullopt;
+        layout.stride = layout.width;
+    } else {
+        layout.stride = h.StrideBytes();
+        if (layout.stride <= 0 || layout.stride * layout.height > bitsSize)
+            return std::nullopt;
+    }
+    return layout;
+}
+
+// Reads the colour table that follows the header; false when it runs past the block. Entries
+// the table does not have stay 0.
+bool readPalette(const BitmapInfoHeader& h, const QByteArray& block, Palette& palette)
+{
+    const int colors = h.ColorCount();
+    if (colors == 0)
+        return true;
+    if (qint64(h.biSize) + qint64(colors) * 4 > block.size())
+        return false;
+    const auto* table = reinterpret_cast<const unsigned char*>(block.constData() + h.biSize);
+    for (int i = 0; i < colors; ++i)
+        palette[size_t(i)] = qRgb(table[i * 4 + 2], table[i * 4 + 1], table[i * 4]);
+    return true;
+}
+
+// The colour masks: the three after the header of a bit-field picture, 5-5-5 for a plain 16-bit
+// one. Nullopt when a bit-field picture's masks run past the block.
+std::optional<Masks> readMasks(const BitmapInfoHeader& h, const QByteArray& block)
+{
+    Masks masks;
+    if (h.biCompression == BitmapInfoHeader::BitFields) {
+        if (qint64(h.biSize) + 12 > block.size())
+            return std::nullopt;
+        const char* at = block.constData() + h.biSize;
+        masks.red = Channel(readU32(at));
+        masks.green = Channel(readU32(at + 4));
+        masks.blue = Channel(readU32(at + 8));
+    } else if (h.biBitCount == 16) {
+        masks.red = Channel(0x7C00);
+        masks.green = Channel(0x03E0);
+        masks.blue = Channel(0x001F);
+    }
+    return masks;
+}
+
+// Row decoders: each turns one stored row of @p width pixels into colours.
+
+// Indexes of fewer than 8 bits are packed from the high bits of each byte down.
+template <int Bits>
+void decodeIndexedRow(const unsigned char* src, int width, const Palette& palette, QRgb* dst)
+{
+    constexpr int perByte = 8 / Bits;
+    constexpr int mask = (1 << Bits) - 1;
+    for (int x = 0; x < width; ++x) {
+        const int shift = 8 - Bits * (x % perByte + 1);
+        dst[x] = palette[size_t((src[x / perByte] >> shift) & mask)];
+    }
+}
+
+void decodeMasked16Row(const unsigned char* src, int width, const Masks& masks, QRgb* dst)
+{
+    for (int x = 0; x < width; ++x)
+        dst[x] = masks.color(std::uint32_t(src[x * 2]) | (std::uint32_t(src[x * 2 + 1]) << 8));
+}
+
+void decodeBgr24Row(const unsigned char* src, int width, QRgb* dst)
+{
+    for (int x = 0; x < width; ++x)
+        dst[x] = qRgb(src[x * 3 + 2], src[x * 3 + 1], src[x * 3]);
+}
+
+void decodeMasked32Row(const unsigned char* src, int width, const Masks& masks, QRgb* dst)
+{
+    for (int x = 0; x < width; ++x)
+        dst[x] = masks.color(readU32(reinterpret_cast<const char*>(src + x * 4)));
+}
+
+// Returns whether any pixel of the row has a non-zero fourth byte.
+bool decodeBgra32Row(const unsigned char* src, int width, QRgb* dst)
+{
+    bool anyAlpha = false;
+    for (int x = 0; x < width; ++x) {
+        const int a = src[x * 4 + 3];
+        anyAlpha = anyAlpha || a != 0;
+        dst[x] = qRgba(src[x * 4 + 2], src[x * 4 + 1], src[x * 4], a);
+    }
+    return anyAlpha;
+}
+
+// Decodes every row of @p rows into @p image, turning bottom-up pictures the right way up.
+// Returns whether any plain 32-bit pixel had a non-zero fourth byte.
+bool decodeRows(const Layout& layout, const unsigned char* rows, const Palette& palette,
+                const Masks& masks, QImage& image)
+{
+    const int width = layout.width;
+    const int height = layout.height;
+    bool anyAlpha = false;
+    for (int row = 0; row < height; ++row) {
+        const unsigned char* src = rows + qint64(row) * layout.stride;
+        auto* dst =
+            reinterpret_cast<QRgb*>(image.scanLine(layout.bottomUp ? height - 1 - row : row));
+        switch (layout.format) {
+        case PixelFormat::Indexed1:
+            decodeIndexedRow<1>(src, width, palette, dst);
+            break;
+        case PixelFormat::Indexed4:
+            decodeIndexedRow<4>(src, width, palette, dst);
+            break;
+        case PixelFormat::Indexed8:
+            decodeIndexedRow<8>(src, width, palette, dst);
+            break;
+        case PixelFormat::Masked16:
+            decodeMasked16Row(src, width, masks, dst);
+            break;
+        case PixelFormat::Bgr24:
+            decodeBgr24Row(src, width, dst);
+            break;
+        case PixelFormat::Masked32:
+            decodeMasked32Row(src, width, masks, dst);
+            break;
+        case PixelFormat::Bgra32:
+            if (decodeBgra32Row(src, width, dst))
+                anyAlpha = true;
+            break;
+        }
+    }
+    return anyAlpha;
+}
+
+void makeOpaque(QImage& image)
+{
+    for (int row = 0; row < image.height(); ++row) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(row));
+        for (int x = 0; x < image.width(); ++x)
+            line[x] |= 0xFF000000u;
+    }
+    image.reinterpretAsFormat(QImage::Format_RGB32);
 }
 
 } // namespace
@@ -217,134 +453,32 @@ QImage PackedDib::ToImage(const char* bitsData, qint64 bitsSize) const
     if (!header || !bitsData || bitsSize <= 0)
         return {};
     const BitmapInfoHeader& h = *header;
-    if (h.biSize < BitmapInfoHeader::kSize || h.biSize > std::uint32_t(m_bytes.size()))
+    const auto layout = checkLayout(h, m_bytes.size(), bitsSize);
+    if (!layout)
         return {};
-    if (h.biWidth <= 0 || h.biHeight == 0 || h.biHeight == INT_MIN)
+    Palette palette{};
+    if (!readPalette(h, m_bytes, palette))
         return {};
-    const int width = h.biWidth;
-    const int height = h.biHeight > 0 ? h.biHeight : -h.biHeight;
-    const bool bottomUp = h.biHeight > 0;
-    if (qint64(width) * height > kMaxPixels)
-        return {};
-
-    const int bitCount = h.biBitCount;
-    const auto compression = h.biCompression;
-    const bool rle = compression == BitmapInfoHeader::Rle8 || compression == BitmapInfoHeader::Rle4;
-    switch (bitCount) {
-    case 1:
-        if (compression != BitmapInfoHeader::Rgb)
-            return {};
-        break;
-    case 4:
-        if (compression != BitmapInfoHeader::Rgb && compression != BitmapInfoHeader::Rle4)
-            return {};
-        break;
-    case 8:
-        if (compression != BitmapInfoHeader::Rgb && compression != BitmapInfoHeader::Rle8)
-            return {};
-        break;
-    case 16:
-    case 32:
-        if (compression != BitmapInfoHeader::Rgb && compression != BitmapInfoHeader::BitFields)
-            return {};
-        break;
-    case 24:
-        if (compression != BitmapInfoHeader::Rgb)
-            return {};
-        break;
-    default:
-        return {};
-    }
-    if (rle && !bottomUp)
-        return {};
-    // Run-length data may describe far more pixels than it has bytes, but not without limit: a
-    // code pair draws at most 255 pixels and even skips over empty rows cost a code each. A
-    // picture beyond this ratio is not a real one, and decoding it would take seconds and
-    // hundreds of megabytes for a few dozen bytes of input.
-    if (rle && qint64(width) * height > kMaxRlePixelsPerByte * bitsSize)
+    const auto masks = readMasks(h, m_bytes);
+    if (!masks)
         return {};
 
-    const char* block = m_bytes.constData();
-    const qint64 blockSize = m_bytes.size();
-
-    // Colour table: right after the header, every entry inside the block.
-    std::array<QRgb, 256> palette{};
-    const int colors = h.ColorCount();
-    if (colors > 0) {
-        if (qint64(h.biSize) + qint64(colors) * 4 > blockSize)
-            return {};
-        const auto* table = reinterpret_cast<const unsigned char*>(block + h.biSize);
-        for (int i = 0; i < colors; ++i)
-            palette[size_t(i)] = qRgb(table[i * 4 + 2], table[i * 4 + 1], table[i * 4]);
-    }
-
-    Channel red, green, blue;
-    if (compression == BitmapInfoHeader::BitFields) {
-        if (qint64(h.biSize) + 12 > blockSize)
-            return {};
-        red = Channel(readU32(block + h.biSize));
-        green = Channel(readU32(block + h.biSize + 4));
-        blue = Channel(readU32(block + h.biSize + 8));
-    } else if (bitCount == 16) {
-        red = Channel(0x7C00);
-        green = Channel(0x03E0);
-        blue = Channel(0x001F);
-    }
-
-    const auto* bits = reinterpret_cast<const unsigned char*>(bitsData);
+    const auto* rows = reinterpret_cast<const unsigned char*>(bitsData);
     std::vector<unsigned char> expanded;
-    qint64 stride = h.StrideBytes();
-    if (rle) {
-        decodeRle(bits, bitsSize, bitCount, width, height, expanded);
-        bits = expanded.data();
-        stride = width;
-    } else if (stride <= 0 || stride * height > bitsSize) {
-        return {};
+    if (layout->rle) {
+        decodeRle(rows, bitsSize, h.biBitCount, layout->width, layout->height, expanded);
+        rows = expanded.data();
     }
 
-    const bool mayHaveAlpha = bitCount == 32 && compression == BitmapInfoHeader::Rgb;
-    bool anyAlpha = false;
-    QImage image(width, height, mayHaveAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    const bool mayHaveAlpha = layout->format == PixelFormat::Bgra32;
+    QImage image(layout->width, layout->height,
+                 mayHaveAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     if (image.isNull())
         return {};
-    for (int row = 0; row < height; ++row) {
-        const unsigned char* src = bits + qint64(row) * stride;
-        auto* dst = reinterpret_cast<QRgb*>(image.scanLine(bottomUp ? height - 1 - row : row));
-        for (int x = 0; x < width; ++x) {
-            QRgb pixel = 0;
-            if (rle) {
-                pixel = palette[src[x]];
-            } else if (bitCount <= 8) {
-                const int perByte = 8 / bitCount;
-                const int byte = src[x / perByte];
-                const int shift = 8 - bitCount * (x % perByte + 1);
-                pixel = palette[size_t((byte >> shift) & ((1 << bitCount) - 1))];
-            } else if (bitCount == 24) {
-                pixel = qRgb(src[x * 3 + 2], src[x * 3 + 1], src[x * 3]);
-            } else if (bitCount == 16) {
-                const std::uint32_t v =
-                    std::uint32_t(src[x * 2]) | (std::uint32_t(src[x * 2 + 1]) << 8);
-                pixel = qRgb(red.value(v), green.value(v), blue.value(v));
-            } else if (compression == BitmapInfoHeader::BitFields) {
-                const std::uint32_t v = readU32(reinterpret_cast<const char*>(src + x * 4));
-                pixel = qRgb(red.value(v), green.value(v), blue.value(v));
-            } else {
-                const int a = src[x * 4 + 3];
-                anyAlpha = anyAlpha || a != 0;
-                pixel = qRgba(src[x * 4 + 2], src[x * 4 + 1], src[x * 4], a);
-            }
-            dst[x] = pixel;
-        }
-    }
+    const bool anyAlpha = decodeRows(*layout, rows, palette, *masks, image);
     // The fourth byte of a plain 32-bit picture is usually unused padding; only when someone
     // filled it is it taken as transparency.
-    if (mayHaveAlpha && !anyAlpha) {
-        for (int row = 0; row < height; ++row) {
-            auto* line = reinterpret_cast<QRgb*>(image.scanLine(row));
-            for (int x = 0; x < width; ++x)
-                line[x] |= 0xFF000000u;
-        }
-        image.reinterpretAsFormat(QImage::Format_RGB32);
-    }
+    if (mayHaveAlpha && !anyAlpha)
+        makeOpaque(image);
     return image;
 }

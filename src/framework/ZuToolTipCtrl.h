@@ -9,10 +9,9 @@
 #include <QRect>
 #include <QString>
 #include <QTimer>
+#include <QWidget> // complete: the inline accessors read a QPointer<QWidget>
 
 #include <vector>
-
-class QWidget;
 
 /// A tool-tip control for a window and its children: it knows a set of tools, each a widget (or a
 /// rectangle of one) with an id and a text, watches the pointer over them and shows the text after

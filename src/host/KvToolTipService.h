@@ -7,10 +7,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QRect>
+#include <QWidget> // complete: the inline accessors read a QPointer<QWidget>
 
 #include <optional>
-
-class QWidget;
 
 /// The host's rich tool-tip service: one popup for the whole process that shows a
 /// KvNameDescriptionToolTipInfo beside a rectangle of the screen. The name is drawn in bold; the
