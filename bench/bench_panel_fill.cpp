@@ -56,12 +56,8 @@ public:
     {
         static const bool done = [] {
             const Util::ResourceModule* module = TroveUI::ResourceInstance();
-            RegisterType(
-                typeid(BenchItem), [](const std::any&) { return nullptr; },
-                CZuUiRmId(module, "IDI_TYPE_DWG"));
-            RegisterIcon(typeid(BenchItem), QStringLiteral("pdf"),
-                         CZuUiRmId(module, "IDI_TYPE_PDF"));
-            return true;
+            return RegisterClass(typeid(BenchItem), Factory(), CZuUiRmId(module, "IDI_TYPE_DWG"),
+                                 {{QStringLiteral("pdf"), CZuUiRmId(module, "IDI_TYPE_PDF")}});
         }();
         (void)done;
     }

@@ -57,16 +57,9 @@ public:
     static void Register()
     {
         static const bool done = [] {
-            const Util::ResourceModule* module = TroveUI::ResourceInstance();
-            RegisterType(
-                typeid(DemoItem), [](const std::any&) { return nullptr; },
-                CZuUiRmId(module, "IDI_TYPE_DWG"));
-            for (const char* name :
-                 {"HOSTDWG", "IMAGE", "PDF", "DWF", "DGN", "POINTCLOUD", "MODEL", "DATALINK"})
-                RegisterIcon(
-                    typeid(DemoItem), QString::fromLatin1(name),
-                    CZuUiRmId(module, QStringLiteral("IDI_TYPE_%1").arg(QLatin1String(name))));
-            return true;
+            return RegisterClass(typeid(DemoItem), Factory(),
+                                 CZuUiRmId(TroveUI::ResourceInstance(), "IDI_TYPE_DWG"),
+                                 StandardTypeIcons());
         }();
         (void)done;
     }

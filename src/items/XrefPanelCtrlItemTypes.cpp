@@ -202,6 +202,29 @@ bool CXrefPanelCtrlItemTypes::RegisterIcon(const std::type_info& type, const QSt
     });
 }
 
+bool CXrefPanelCtrlItemTypes::RegisterClass(const std::type_info& type, Factory factory,
+                                            const CZuUiRmId& typeIcon,
+                                            const std::vector<NamedIcon>& icons)
+{
+    if (!RegisterType(type, std::move(factory), typeIcon))
+        return false;
+    for (const NamedIcon& icon : icons)
+        RegisterIcon(type, icon.name, icon.id);
+    return true;
+}
+
+std::vector<CXrefPanelCtrlItemTypes::NamedIcon> CXrefPanelCtrlItemTypes::StandardTypeIcons()
+{
+    const Util::ResourceModule* module = TroveUI::ResourceInstance();
+    std::vector<NamedIcon> icons;
+    for (const char* name :
+         {"HOSTDWG", "IMAGE", "PDF", "DWF", "DGN", "POINTCLOUD", "MODEL", "DATALINK"})
+        icons.push_back(
+            {QString::fromLatin1(name),
+             CZuUiRmId(module, QStringLiteral("IDI_TYPE_%1").arg(QLatin1String(name)))});
+    return icons;
+}
+
 CXrefPanelCtrlItem* CXrefPanelCtrlItemTypes::Create(const QString& typeName, const std::any& args)
 {
     const ItemTypeRegistry& r = registry();

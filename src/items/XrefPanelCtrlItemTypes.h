@@ -11,6 +11,7 @@
 #include <any>
 #include <functional>
 #include <typeinfo>
+#include <vector>
 
 class CXrefPanelCtrlItem;
 class CZuUiImageList;
@@ -28,6 +29,12 @@ public:
     using Factory = std::function<CXrefPanelCtrlItem*(const std::any&)>;
     /// Produces an icon for RegisterIcon; a null icon means none.
     using IconSource = std::function<QIcon()>;
+    /// One named alternative icon of a class, for RegisterClass.
+    struct NamedIcon
+    {
+        QString name;
+        CZuUiRmId id;
+    };
 
     CXrefPanelCtrlItemTypes() = default;
     CXrefPanelCtrlItemTypes(const CXrefPanelCtrlItemTypes&) = default;
@@ -46,6 +53,10 @@ public:
     static int TypeImage(const std::type_info& type, const QString& iconName);
 
 protected:
+    /// The library's own icon for each kind of reference, under the names items pass to
+    /// SetTypeIcon: HOSTDWG, IMAGE, PDF, DWF, DGN, POINTCLOUD, MODEL and DATALINK.
+    static std::vector<NamedIcon> StandardTypeIcons();
+
     /// The type name of @p item's dynamic class.
     static QString TypeName(const CXrefPanelCtrlItem& item);
     static QString TypeName(const std::type_info& type);
@@ -58,6 +69,11 @@ protected:
     /// icon that does not load. The first registration of a name wins.
     static bool RegisterIcon(const std::type_info& type, const QString& iconName,
                              const CZuUiRmId& iconId);
+    /// Registers @p type with its factory and type icon, then each of @p icons as RegisterIcon
+    /// does: what a host does once per item class. False, and nothing changes, when the class is
+    /// already registered; a named icon that cannot be registered is left out.
+    static bool RegisterClass(const std::type_info& type, Factory factory,
+                              const CZuUiRmId& typeIcon, const std::vector<NamedIcon>& icons = {});
     /// The same with the icon produced by @p source. @p destroyIcon is kept for hosts that hand
     /// out icons they own; an icon value needs no destroying, so the flag has no effect here.
     static bool RegisterIcon(const std::type_info& type, const QString& iconName,

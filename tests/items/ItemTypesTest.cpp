@@ -4,6 +4,7 @@
 
 #include "framework/ZuUiRm.h"
 
+#include <set>
 #include <stdexcept>
 #include <string>
 
@@ -183,6 +184,34 @@ TEST_F(ItemTypesTest, typeIconAndOverlayOnRowAndNode)
     plain->SetTypeIcon(QStringLiteral("pdf"));
     EXPECT_EQ(List().Row(plain->LVItemIndex())->typeImage, -2);
     EXPECT_EQ(plain->GetTreeItem()->image, -2);
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(ItemTypesTest, registerClassTakesTheStandardIconsOnce)
+{
+    std::vector<TestItemTypes::NamedIcon> icons = TestItemTypes::StandardTypeIcons();
+    icons.push_back({QStringLiteral("missing"), CZuUiRmId(res(), "IDI_NO_SUCH_ICON")});
+    ASSERT_TRUE(TestItemTypes::RegisterClass(typeid(Kind<8>), factoryFor<8>(*panel, 0),
+                                             CZuUiRmId(res(), "IDI_TYPE_DWG"), icons));
+
+    const int fallback = CXrefPanelCtrlItemTypes::TypeImage(typeid(Kind<8>), QString());
+    ASSERT_GE(fallback, 0);
+    std::set<int> images{fallback};
+    for (const char* name :
+         {"HOSTDWG", "IMAGE", "PDF", "DWF", "DGN", "POINTCLOUD", "MODEL", "DATALINK"})
+        images.insert(CXrefPanelCtrlItemTypes::TypeImage(typeid(Kind<8>), QLatin1String(name)));
+    EXPECT_EQ(images.size(), 9u) << "each kind of reference has an image of its own";
+    EXPECT_EQ(CXrefPanelCtrlItemTypes::TypeImage(typeid(Kind<8>), QStringLiteral("missing")),
+              fallback)
+        << "an icon that does not load is left out";
+
+    const int count = CXrefPanelCtrlItemTypes::ImageList(false).GetImageCount();
+    EXPECT_FALSE(TestItemTypes::RegisterClass(typeid(Kind<8>), factoryFor<8>(*panel, 1),
+                                              CZuUiRmId(res(), "IDI_TYPE_PDF"), icons));
+    EXPECT_EQ(CXrefPanelCtrlItemTypes::ImageList(false).GetImageCount(), count);
 }
 
 } // namespace

@@ -30,15 +30,9 @@ public:
     static void Register()
     {
         static const bool done = [] {
-            const Util::ResourceModule* m = TroveUI::ResourceInstance();
-            RegisterType(
-                typeid(RenderItem), [](const std::any&) { return nullptr; },
-                CZuUiRmId(m, "IDI_TYPE_DWG"));
-            for (const char* name :
-                 {"HOSTDWG", "IMAGE", "PDF", "DWF", "DGN", "POINTCLOUD", "MODEL", "DATALINK"})
-                RegisterIcon(typeid(RenderItem), QString::fromLatin1(name),
-                             CZuUiRmId(m, QStringLiteral("IDI_TYPE_%1").arg(QLatin1String(name))));
-            return true;
+            return RegisterClass(typeid(RenderItem), Factory(),
+                                 CZuUiRmId(TroveUI::ResourceInstance(), "IDI_TYPE_DWG"),
+                                 StandardTypeIcons());
         }();
         (void)done;
     }

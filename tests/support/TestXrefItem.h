@@ -51,7 +51,9 @@ class TestItemTypes : public CXrefPanelCtrlItemTypes
 {
 public:
     using CXrefPanelCtrlItemTypes::Create;
+    using CXrefPanelCtrlItemTypes::RegisterClass;
     using CXrefPanelCtrlItemTypes::RegisterIcon;
     using CXrefPanelCtrlItemTypes::RegisterType;
+    using CXrefPanelCtrlItemTypes::StandardTypeIcons;
     using CXrefPanelCtrlItemTypes::TypeName;
 };
