@@ -1,11 +1,15 @@
 #include "toolbar/XrefToolBar.h"
 
 #include "framework/ControlId.h"
+#include "framework/ZuToolTipCtrl.h"
+#include "framework/ZuUiBitmapButton.h"
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiMenu.h"
+#include "items/XrefPanelCtrlItem.h"
 #include "panel/XrefPanelCtrl.h"
 #include "resources/TemporaryResourceOverride.h"
 #include "resources/TroveResources.h"
+#include "toolbar/XrefBmpComboButton.h"
 
 #include <QMenu>
 #include <QMouseEvent>
@@ -322,6 +326,31 @@ void CXrefToolBar::OnUpdateCmdUI()
         return;
     for (unsigned id : kUpdatedCommands)
         EnableMenuItem(*m_menu, id);
+}
+
+CXrefBmpComboButton* CXrefToolBar::RefreshButton() const
+{
+    return m_refresh;
+}
+
+CXrefBmpComboButton* CXrefToolBar::AttachButton() const
+{
+    return m_attach;
+}
+
+CXrefBmpComboButton* CXrefToolBar::ChangePathButton() const
+{
+    return m_changePath;
+}
+
+CZuUiBitmapButton* CXrefToolBar::HelpButton() const
+{
+    return m_help;
+}
+
+CZuToolTipCtrl* CXrefToolBar::ToolTip() const
+{
+    return m_toolTip;
 }
 
 void CXrefToolBar::EnableRefresh(bool enable)
