@@ -164,6 +164,9 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    /// A row of the table that OnCommand runs from; defined with the table in the source file.
+    struct Command;
+
     CXrefBmpComboButton* makeSplitButton(int id, const QString& windowText, int dropDown,
                                          int arrowWidth);
     void addToolTip(QWidget* button, int stringId);
