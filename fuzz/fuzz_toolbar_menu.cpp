@@ -2,9 +2,11 @@
 // tool bar either refuses to be created or works: every button, every menu choice, every command.
 // The first input byte picks the construction flags and the tool bar kind, the rest is the menu.
 
+#include "framework/ZuUiBitmapButton.h"
 #include "framework/ZuUiMenu.h"
 #include "resources/TroveResources.h"
 #include "toolbar/TroveToolBar.h"
+#include "toolbar/XrefBmpComboButton.h"
 #include "toolbar/XrefToolBar.h"
 #include "util/ResourceModule.h"
 
@@ -12,6 +14,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QTemporaryDir>
 

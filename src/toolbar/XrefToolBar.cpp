@@ -1,11 +1,15 @@
 #include "toolbar/XrefToolBar.h"
 
 #include "framework/ControlId.h"
+#include "framework/ZuToolTipCtrl.h"
+#include "framework/ZuUiBitmapButton.h"
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiMenu.h"
+#include "items/XrefPanelCtrlItem.h"
 #include "panel/XrefPanelCtrl.h"
 #include "resources/TemporaryResourceOverride.h"
 #include "resources/TroveResources.h"
+#include "toolbar/XrefBmpComboButton.h"
 
 #include <QMenu>
 #include <QMouseEvent>
@@ -15,34 +19,8 @@
 
 namespace {
 
-// The tool bar's menu commands: what each raises, and the picture and tool tip a split button
-// shows while the command is its current one (path commands never are, so they have none).
-struct Command
-{
-    unsigned id;
-    const char* bitmapKey;
-    int toolTipId;
-    Trove::MenuItems item;
-};
-
-constexpr Command kCommands[] = {
-    {1081, "REFRESH_BTN", 1036, Trove::Refresh},
-    {1082, "RELOAD_BTN", 1037, Trove::ReloadAllXRefs},
-    {1083, "ATTACHDWG_BTN", 1076, Trove::AttachDWG},
-    {1084, "ATTACHDWF_BTN", 1077, Trove::AttachDWF},
-    {1085, "ATTACH_BTN", 1040, Trove::Attach},
-    {1086, "ATTACHTROVE_BTN", 1041, Trove::AttachFromTrove},
-    {1087, "ATTACHDGN_BTN", 1078, Trove::AttachDGN},
-    {1088, "ATTACHPDF_BTN", 1165, Trove::AttachPDF},
-    {1090, "ATTACHPOINTCLOUD_BTN", 1170, Trove::AttachPointCloud},
-    {1107, "ATTACHIMAGE_BTN", 1060, Trove::AttachImage},
-    {32784, "ATTACHORBISKMODEL_BTN", 1019, Trove::AttachOrbiskModel},
-    {1176, nullptr, -1, Trove::RemovePath},
-    {1177, nullptr, -1, Trove::MakePathRelative},
-    {1178, nullptr, -1, Trove::MakePathAbsolute},
-    {1180, nullptr, -1, Trove::SelectNewPath},
-    {1181, nullptr, -1, Trove::FindAndReplace},
-};
+// The item of a button's row: a button names none, its handler decides what is raised.
+constexpr auto kNoItem = Trove::MenuItems(-1);
 
 // The attach command that each construction flag keeps, in flag order.
 constexpr unsigned kFlagCommands[7] = {1083, 1107, 1084, 1087, 1088, 1090, 32784};
@@ -53,18 +31,6 @@ constexpr unsigned kUpdatedCommands[] = {1082, 1177, 1178, 1176, 1180, 1181};
 constexpr int kRefreshDropDown = 0;
 constexpr int kAttachDropDown = 1;
 constexpr int kChangePathDropDown = 2;
-
-const Command* findCommand(unsigned id)
-{
-    const auto it = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                 [id](const Command& command) { return command.id == id; });
-    return it == std::end(kCommands) ? nullptr : it;
-}
-
-bool isButtonId(int id)
-{
-    return id >= CXrefToolBar::RefreshButtonId && id <= CXrefToolBar::HelpButtonId;
-}
 
 // Pixel sizes at the current horizontal scale, each rounded on its own.
 struct LayoutSizes
@@ -90,6 +56,74 @@ bool holdsTheDropDowns(const QMenu* menu)
 }
 
 } // namespace
+
+// Every id the tool bar knows: its buttons' control ids and its menu commands. OnCommand does what
+// an id's row says, so a new command is one more row. A split button shows a row's picture and
+// tool tip while that row is its current command; path commands never are, so they have none.
+struct CXrefToolBar::Command
+{
+    enum Action {
+        Press,              // a button: runs its click handler
+        Raise,              // raises the item with no items
+        RaiseWithSelection, // raises the item with the panel's selection
+        // Only the picture is known here: the command is in the repository's menu alone, and the
+        // repository tool bar runs it itself.
+        PictureOnly,
+    };
+
+    unsigned id;
+    Action action;
+    void (CXrefToolBar::*press)();
+    Trove::MenuItems item;
+    const char* bitmapKey;
+    int toolTipId;
+
+    static const Command table[];
+
+    static const Command* find(unsigned id);
+    // The command that raises @p item; null when the tool bar raises it nowhere.
+    static const Command* raising(Trove::MenuItems item);
+};
+
+const CXrefToolBar::Command CXrefToolBar::Command::table[] = {
+    {RefreshButtonId, Press, &CXrefToolBar::OnRmxRefreshButtonClick, kNoItem, nullptr, -1},
+    {AttachButtonId, Press, &CXrefToolBar::OnRmxAttachButtonClick, kNoItem, nullptr, -1},
+    {ChangePathButtonId, Press, &CXrefToolBar::OnRmxChangePathButtonClick, kNoItem, nullptr, -1},
+    {HelpButtonId, Press, &CXrefToolBar::OnHelpButtonClicked, kNoItem, nullptr, -1},
+    {1081, Raise, nullptr, Trove::Refresh, "REFRESH_BTN", 1036},
+    {1082, Raise, nullptr, Trove::ReloadAllXRefs, "RELOAD_BTN", 1037},
+    {1083, Raise, nullptr, Trove::AttachDWG, "ATTACHDWG_BTN", 1076},
+    {1084, Raise, nullptr, Trove::AttachDWF, "ATTACHDWF_BTN", 1077},
+    {1085, Raise, nullptr, Trove::Attach, "ATTACH_BTN", 1040},
+    {1086, PictureOnly, nullptr, Trove::AttachFromTrove, "ATTACHTROVE_BTN", 1041},
+    {1087, Raise, nullptr, Trove::AttachDGN, "ATTACHDGN_BTN", 1078},
+    {1088, Raise, nullptr, Trove::AttachPDF, "ATTACHPDF_BTN", 1165},
+    {1090, Raise, nullptr, Trove::AttachPointCloud, "ATTACHPOINTCLOUD_BTN", 1170},
+    {1107, Raise, nullptr, Trove::AttachImage, "ATTACHIMAGE_BTN", 1060},
+    {32784, Raise, nullptr, Trove::AttachOrbiskModel, "ATTACHORBISKMODEL_BTN", 1019},
+    {1176, RaiseWithSelection, nullptr, Trove::RemovePath, nullptr, -1},
+    {1177, RaiseWithSelection, nullptr, Trove::MakePathRelative, nullptr, -1},
+    {1178, RaiseWithSelection, nullptr, Trove::MakePathAbsolute, nullptr, -1},
+    {1180, RaiseWithSelection, nullptr, Trove::SelectNewPath, nullptr, -1},
+    {1181, RaiseWithSelection, nullptr, Trove::FindAndReplace, nullptr, -1},
+};
+
+const CXrefToolBar::Command* CXrefToolBar::Command::find(unsigned id)
+{
+    const auto it = std::find_if(std::begin(table), std::end(table),
+                                 [id](const Command& command) { return command.id == id; });
+    return it == std::end(table) ? nullptr : it;
+}
+
+const CXrefToolBar::Command* CXrefToolBar::Command::raising(Trove::MenuItems item)
+{
+    const auto it =
+        std::find_if(std::begin(table), std::end(table), [item](const Command& command) {
+            return (command.action == Raise || command.action == RaiseWithSelection) &&
+                   command.item == item;
+        });
+    return it == std::end(table) ? nullptr : it;
+}
 
 // Defined here as well, so that hosts can bind them to references or take their addresses.
 const unsigned CXrefToolBar::m_toolTipInitialShowDelayTime;
@@ -299,14 +333,12 @@ void CXrefToolBar::__RemoveAllEventHandlers(QObject* receiver)
 
 void CXrefToolBar::EnableMenuItem(Trove::MenuItems item, unsigned flags)
 {
-    // Attach from the repository is the repository tool bar's own command; nobody disables it.
-    if (item == Trove::AttachFromTrove)
+    // Attach from the repository is left out: it is the repository tool bar's own command, and
+    // nobody disables it.
+    const Command* command = Command::raising(item);
+    if (!command)
         return;
-    const auto it = std::find_if(std::begin(kCommands), std::end(kCommands),
-                                 [item](const Command& command) { return command.item == item; });
-    if (it == std::end(kCommands))
-        return;
-    m_ToolBarMenuState[it->id] = flags & (CZuUiMenu::Grayed | CZuUiMenu::Disabled);
+    m_ToolBarMenuState[command->id] = flags & (CZuUiMenu::Grayed | CZuUiMenu::Disabled);
 }
 
 void CXrefToolBar::EnableMenuItem(QMenu& menu, unsigned id) const
@@ -322,6 +354,31 @@ void CXrefToolBar::OnUpdateCmdUI()
         return;
     for (unsigned id : kUpdatedCommands)
         EnableMenuItem(*m_menu, id);
+}
+
+CXrefBmpComboButton* CXrefToolBar::RefreshButton() const
+{
+    return m_refresh;
+}
+
+CXrefBmpComboButton* CXrefToolBar::AttachButton() const
+{
+    return m_attach;
+}
+
+CXrefBmpComboButton* CXrefToolBar::ChangePathButton() const
+{
+    return m_changePath;
+}
+
+CZuUiBitmapButton* CXrefToolBar::HelpButton() const
+{
+    return m_help;
+}
+
+CZuToolTipCtrl* CXrefToolBar::ToolTip() const
+{
+    return m_toolTip;
 }
 
 void CXrefToolBar::EnableRefresh(bool enable)
@@ -342,7 +399,7 @@ void CXrefToolBar::EnablePathOperations(bool enable)
 
 bool CXrefToolBar::MapButtonProperties(int id, QString& key, int& stringId)
 {
-    const Command* command = id < 0 ? nullptr : findCommand(unsigned(id));
+    const Command* command = id < 0 ? nullptr : Command::find(unsigned(id));
     if (!command || !command->bitmapKey) {
         key.clear();
         stringId = -1;
@@ -369,9 +426,12 @@ void CXrefToolBar::UpdateButtonProperties(CXrefBmpComboButton& button)
 
 void CXrefToolBar::runButtonCommand(int command)
 {
+    if (command < 0)
+        return;
     // A button's current command comes from the menu resource; one that names a button would
     // run that button again and again.
-    if (command < 0 || isButtonId(command))
+    const Command* row = Command::find(unsigned(command));
+    if (row && row->action == Command::Press)
         return;
     OnCommand(unsigned(command));
 }
@@ -410,67 +470,23 @@ void CXrefToolBar::OnRmxChangePathButtonClick()
 
 bool CXrefToolBar::OnCommand(unsigned id)
 {
-    switch (id) {
-    case AttachButtonId:
-        OnRmxAttachButtonClick();
-        return true;
-    case ChangePathButtonId:
-        OnRmxChangePathButtonClick();
-        return true;
-    case HelpButtonId:
-        OnHelpButtonClicked();
-        return true;
-    case RefreshButtonId:
-        OnRmxRefreshButtonClick();
-        return true;
-    case 1081:
-        Refresh();
-        return true;
-    case 1082:
-        ReloadAllXRefs();
-        return true;
-    case 1083:
-        AttachDWG();
-        return true;
-    case 1084:
-        AttachDWF();
-        return true;
-    case 1085:
-        Attach();
-        return true;
-    case 1087:
-        AttachDGN();
-        return true;
-    case 1088:
-        AttachPDF();
-        return true;
-    case 1090:
-        AttachPointCloud();
-        return true;
-    case 1107:
-        AttachImage();
-        return true;
-    case 32784:
-        AttachOrbiskModel();
-        return true;
-    case 1176:
-        RemovePath();
-        return true;
-    case 1177:
-        MakePathRelative();
-        return true;
-    case 1178:
-        MakePathAbsolute();
-        return true;
-    case 1180:
-        SelectNewPath();
-        return true;
-    case 1181:
-        FindAndReplace();
-        return true;
-    default:
+    const Command* command = Command::find(id);
+    if (!command)
         return false;
+    switch (command->action) {
+    case Command::Press:
+        (this->*command->press)();
+        return true;
+    case Command::Raise:
+        RaiseMenuSelection(command->item, false);
+        return true;
+    case Command::RaiseWithSelection:
+        RaiseMenuSelection(command->item, true);
+        return true;
+    case Command::PictureOnly:
+        break;
     }
+    return false;
 }
 
 void CXrefToolBar::RaiseMenuSelection(Trove::MenuItems item, bool withSelection)

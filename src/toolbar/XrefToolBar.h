@@ -2,11 +2,7 @@
 
 #include "kvxreftroveui_export.h"
 
-#include "framework/ZuToolTipCtrl.h"
-#include "framework/ZuUiBitmapButton.h"
-#include "items/XrefPanelCtrlItem.h"
 #include "panel/MenuItems.h"
-#include "toolbar/XrefBmpComboButton.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -17,8 +13,16 @@
 #include <memory>
 #include <vector>
 
+class CXrefBmpComboButton;
 class CXrefPanelCtrl;
+class CXrefPanelCtrlItem;
+class CZuToolTipCtrl;
+class CZuUiBitmapButton;
 class QMenu;
+
+// The generated meta-object code registers the item list of MenuSelection, and that takes the
+// complete item class; the declaration is enough for this header.
+Q_MOC_INCLUDE("items/XrefPanelCtrlItem.h")
 
 /// The strip of buttons at the top of the reference panel: attach, refresh and change-path split
 /// buttons and a help button. Button presses and menu choices become Trove::MenuItems values,
@@ -97,18 +101,20 @@ public:
     /// (The leading underscores are part of the interface hosts already call.)
     void __RemoveAllEventHandlers(QObject* receiver);
 
-    CXrefBmpComboButton* RefreshButton() const { return m_refresh; }
+    // Defined with the button classes: reading a QPointer casts to the pointee's type.
+    CXrefBmpComboButton* RefreshButton() const;
     /// Null when the attach menu offers no command in its first three positions.
-    CXrefBmpComboButton* AttachButton() const { return m_attach; }
-    CXrefBmpComboButton* ChangePathButton() const { return m_changePath; }
-    CZuUiBitmapButton* HelpButton() const { return m_help; }
-    CZuToolTipCtrl* ToolTip() const { return m_toolTip; }
+    CXrefBmpComboButton* AttachButton() const;
+    CXrefBmpComboButton* ChangePathButton() const;
+    CZuUiBitmapButton* HelpButton() const;
+    CZuToolTipCtrl* ToolTip() const;
     /// The menu of the three drop-downs; null before creation.
     QMenu* Menu() const { return m_menu.get(); }
     /// The command the attach button starts with; -1 when there is none.
     int DefaultAttachCommand() const { return m_defaultAttachCommand; }
 
 signals:
+    /// Code that connects to it includes items/XrefPanelCtrlItem.h: Qt registers the item list.
     void MenuSelection(Trove::MenuItems item, const std::vector<CXrefPanelCtrlItem*>& items);
     void DisplayHelp();
 
@@ -158,6 +164,9 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    /// A row of the table that OnCommand runs from; defined with the table in the source file.
+    struct Command;
+
     CXrefBmpComboButton* makeSplitButton(int id, const QString& windowText, int dropDown,
                                          int arrowWidth);
     void addToolTip(QWidget* button, int stringId);

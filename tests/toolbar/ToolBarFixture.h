@@ -3,7 +3,11 @@
 #include "support/ModalStandIns.h"
 #include "support/QtPrinters.h"
 
+#include "framework/ZuToolTipCtrl.h"
+#include "framework/ZuUiBitmapButton.h"
+#include "items/XrefPanelCtrlItem.h"
 #include "toolbar/TroveToolBar.h"
+#include "toolbar/XrefBmpComboButton.h"
 #include "toolbar/XrefToolBar.h"
 
 #include <gtest/gtest.h>
