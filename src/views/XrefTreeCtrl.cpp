@@ -50,20 +50,35 @@ bool CXrefTreeCtrl::DeleteChildren(HTREEITEM node)
     if (!node)
         return true;
     settleBatch();
-    // Each child is reported and its item destroyed in order, but the nodes leave the model in
-    // one step at the end: removing them one by one would renumber the siblings every time.
-    for (std::size_t i = 0; i < node->children.size(); ++i) {
-        const HTREEITEM child = node->children[i].get();
-        if (!DeleteChildren(child))
-            return false;
-        CXrefPanelCtrlItem* item = child->item;
+    // Deepest first: a node is reported after everything below it. The walk keeps its own stack
+    // (a chain of nested references may be far deeper than the call stack allows), and the
+    // nodes stay in the model until the end, when they leave in one removal: taking each level
+    // out on its own would make an expanded view re-lay out once per level.
+    struct Step
+    {
+        HTREEITEM node;
+        std::size_t next; // the next child to visit
+    };
+    std::vector<Step> path{{node, 0}};
+    while (!path.empty()) {
+        Step& step = path.back();
+        if (step.next < step.node->children.size()) {
+            const HTREEITEM child = step.node->children[step.next++].get();
+            path.push_back({child, 0});
+            continue;
+        }
+        const HTREEITEM done = step.node;
+        path.pop_back();
+        if (path.empty())
+            break; // @p node itself is not part of its subtree
+        CXrefPanelCtrlItem* item = done->item;
         if (!item)
             continue;
         emit ItemToBeDeleted(item);
-        if (child->item != item)
+        if (done->item != item)
             continue; // the item went while it was being reported
-        child->item = nullptr;
-        ItemTreeLink::Destroy(item, child);
+        done->item = nullptr;
+        ItemTreeLink::Destroy(item, done);
     }
     return m_model->RemoveChildren(node);
 }

@@ -14,6 +14,24 @@ class CXrefPanelCtrlItem;
 /// One node of the tree view: what the tree shows for one item.
 struct CXrefTreeNode
 {
+    CXrefTreeNode() = default;
+    CXrefTreeNode(const CXrefTreeNode&) = delete;
+    CXrefTreeNode& operator=(const CXrefTreeNode&) = delete;
+    /// A chain of nested references can be tens of thousands of levels deep; letting each node
+    /// destroy its children in turn would take one stack frame per level. The descendants are
+    /// taken apart here one at a time instead.
+    ~CXrefTreeNode()
+    {
+        std::vector<std::unique_ptr<CXrefTreeNode>> pending = std::move(children);
+        while (!pending.empty()) {
+            std::unique_ptr<CXrefTreeNode> node = std::move(pending.back());
+            pending.pop_back();
+            for (auto& child : node->children)
+                pending.push_back(std::move(child));
+            node->children.clear();
+        }
+    }
+
     QString text;
     CXrefPanelCtrlItem* item = nullptr;
     CXrefTreeNode* parent = nullptr;

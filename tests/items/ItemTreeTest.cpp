@@ -164,6 +164,35 @@ TEST_F(ItemTreeTest, subtreeIsReportedDeepestFirstAndDestroyed)
     delete a; // the named item stays the caller's; ASan reports if the descendants leaked
 }
 
+TEST_F(ItemTreeTest, deepChainLeavesDeepestFirstInOneRemoval)
+{
+    // Nested references can form chains far deeper than the call stack allows one frame per
+    // level; removing or destroying such a chain must not recurse.
+    constexpr int kDepth = 100000;
+    panel->BeginUpdate();
+    TestXrefItem* top = Add(L"Level 0");
+    std::vector<CXrefPanelCtrlItem*> chain;
+    TestXrefItem* parent = top;
+    for (int level = 1; level < kDepth; ++level) {
+        parent = Add(L"Level " + std::to_wstring(level), parent);
+        chain.push_back(parent);
+    }
+    panel->EndUpdate();
+    ASSERT_EQ(panel->GetTreeCtrl()->GetCount(), kDepth + 1);
+
+    std::vector<CXrefPanelCtrlItem*> order;
+    QObject::connect(panel->GetTreeCtrl(), &CXrefTreeCtrl::ItemToBeDeleted,
+                     [&](CXrefPanelCtrlItem* item) { order.push_back(item); });
+    QSignalSpy removed(&panel->GetTreeCtrl()->Model(), &QAbstractItemModel::rowsRemoved);
+    panel->DeleteTreeItem(*top);
+    EXPECT_TRUE(std::equal(order.begin(), order.end(), chain.rbegin(), chain.rend()))
+        << "deepest first";
+    EXPECT_EQ(removed.count(), 2) << "the descendants in one removal, then the node itself";
+    EXPECT_EQ(panel->GetTreeCtrl()->GetCount(), 1);
+    EXPECT_EQ(List().RowCount(), 1);
+    delete top;
+}
+
 TEST_F(ItemTreeTest, subtreeRowsLeaveTheListTogether)
 {
     TestXrefItem* drawing = Add(L"Drawing");
