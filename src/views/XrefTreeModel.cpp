@@ -59,14 +59,17 @@ QVariant CXrefTreeModel::data(const QModelIndex& index, int role) const
     const HTREEITEM node = NodeOf(index);
     if (!node)
         return {};
-    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
+    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::AccessibleTextRole)
         return node->text;
     return {};
 }
 
 Qt::ItemFlags CXrefTreeModel::flags(const QModelIndex& index) const
 {
-    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
+    // Editable so that the view may open a rename editor; the model never takes the text (it has
+    // no setData): renames reach a node only through its item.
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable
+                           : Qt::NoItemFlags;
 }
 
 HTREEITEM CXrefTreeModel::InsertNode(CXrefPanelCtrlItem& item, HTREEITEM parent)
