@@ -80,6 +80,7 @@ CXrefTreeCtrl::CXrefTreeCtrl(bool stateImageFlag, QWidget* parent)
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &CXrefTreeCtrl::onSelectionChanged);
     connect(this, &QTreeView::collapsed, this, &CXrefTreeCtrl::onCollapsed);
+    connect(this, &QTreeView::expanded, this, &CXrefTreeCtrl::onExpanded);
 
     applyTheme();
     connect(&CZuUiTheme::Instance(), &CZuUiTheme::themeChanged, this, &CXrefTreeCtrl::applyTheme);
@@ -226,9 +227,45 @@ int CXrefTreeCtrl::GetCount() const
     return m_model->NodeCount();
 }
 
+bool CXrefTreeCtrl::mayOpen(HTREEITEM node)
+{
+    return node && node->level < kMaxOpenLevel;
+}
+
+void CXrefTreeCtrl::onExpanded(const QModelIndex& index)
+{
+    // Whatever opened a node too deep down (a key, a click, a call on the base class), it
+    // closes again before the view lays out below it.
+    if (!mayOpen(CXrefTreeModel::NodeOf(index)) && index.model() == m_model)
+        collapse(index);
+}
+
+void CXrefTreeCtrl::expandAll()
+{
+    settleBatch();
+    for (const auto& top : m_model->TopLevelNodes())
+        expandBelow(top.get());
+}
+
+void CXrefTreeCtrl::expandBelow(HTREEITEM top)
+{
+    // With a relayout pending, opening a node only records it; the layout follows once.
+    scheduleDelayedItemsLayout();
+    std::vector<HTREEITEM> pending{top};
+    while (!pending.empty()) {
+        const HTREEITEM current = pending.back();
+        pending.pop_back();
+        if (current->children.empty() || !mayOpen(current))
+            continue;
+        expand(m_model->IndexOf(current));
+        for (const auto& child : current->children)
+            pending.push_back(child.get());
+    }
+}
+
 void CXrefTreeCtrl::Expand(HTREEITEM node)
 {
-    if (!node)
+    if (!mayOpen(node))
         return;
     // The view cannot expand a node it has not been told about yet.
     if (m_model->InBatch())
@@ -416,12 +453,18 @@ void CXrefTreeCtrl::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Enter:
     case Qt::Key_Escape:
         setFocus(Qt::OtherFocusReason);
-        event->accept();
-        return;
+        break;
     default:
         break;
     }
     if (collapsesRoot(*event)) {
+        event->accept();
+        return;
+    }
+    if (event->key() == Qt::Key_Asterisk) {
+        // Opens everything below the current node, as far down as nodes may open.
+        if (const HTREEITEM node = CXrefTreeModel::NodeOf(currentIndex()))
+            expandBelow(node);
         event->accept();
         return;
     }

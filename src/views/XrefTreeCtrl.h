@@ -62,7 +62,14 @@ public:
     std::vector<CXrefPanelCtrlItem*> GetChildren(HTREEITEM node) const;
     HTREEITEM GetRootItem() const;
     int GetCount() const;
+    /// Opens @p node. Nodes kMaxOpenLevel levels down or deeper stay closed (see there).
     void Expand(HTREEITEM node);
+    /// Opens every node that may open; hides QTreeView::expandAll, which knows no depth limit.
+    void expandAll();
+    /// The view lays out its open nodes with one nested call per open level, so a chain of
+    /// open nodes tens of thousands of levels deep would run out of stack. Nodes this many levels
+    /// below the top (or deeper) do not open, neither by program nor by the user.
+    static constexpr int kMaxOpenLevel = 1000;
     /// Collapses @p node, the root included: programs may do what the user may not.
     void Collapse(HTREEITEM node);
     bool IsExpanded(HTREEITEM node) const;
@@ -161,6 +168,10 @@ private:
     void abortLabelEditBelow(HTREEITEM top, bool withTop);
     void onSelectionChanged();
     void onCollapsed(const QModelIndex& index);
+    void onExpanded(const QModelIndex& index);
+    static bool mayOpen(HTREEITEM node);
+    /// Opens @p top and every node below it that may open, laying out once.
+    void expandBelow(HTREEITEM top);
     /// Whether @p event would collapse the expanded root; such keys are swallowed.
     bool collapsesRoot(const QKeyEvent& event) const;
     bool isRoot(const QModelIndex& index) const;

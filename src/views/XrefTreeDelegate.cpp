@@ -6,6 +6,8 @@
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel_p.h"
 
+#include <QKeyEvent>
+
 namespace {
 
 // The weight an item's font must have for its node to be drawn bold; heavier or lighter
@@ -91,4 +93,17 @@ QSize CXrefTreeDelegate::sizeHint(const QStyleOptionViewItem& option,
 void CXrefTreeDelegate::setModelData(QWidget*, QAbstractItemModel*, const QModelIndex&) const
 {
     // The tree reports a rename and leaves the label alone (see CXrefTreeCtrl::commitData).
+}
+
+bool CXrefTreeDelegate::eventFilter(QObject* editor, QEvent* event)
+{
+    // Enter and Escape end the rename; a host shortcut on either must not take them first.
+    if (event->type() == QEvent::ShortcutOverride) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
+            event->accept();
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(editor, event);
 }

@@ -23,6 +23,9 @@ public:
     void setModelData(QWidget* editor, QAbstractItemModel* model,
                       const QModelIndex& index) const override;
 
+protected:
+    bool eventFilter(QObject* editor, QEvent* event) override;
+
 private:
     /// Applies the item's colour and font to @p option and the bold state to @p node.
     void applyItemStyle(CXrefTreeNode& node, QStyleOptionViewItem& option) const;

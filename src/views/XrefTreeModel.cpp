@@ -4,6 +4,8 @@
 #include "views/ChangeCoalescer_p.h"
 #include "views/XrefTreeNode_p.h"
 
+#include <limits>
+
 CXrefTreeModel::CXrefTreeModel(QObject* parent)
     : QAbstractItemModel(parent),
       m_changes(
@@ -87,6 +89,10 @@ HTREEITEM CXrefTreeModel::InsertNode(CXrefPanelCtrlItem& item, HTREEITEM parent)
     node->item = &item;
     node->parent = parent;
     node->row = row;
+    if (parent && parent->level < std::numeric_limits<std::uint16_t>::max())
+        node->level = std::uint16_t(parent->level + 1);
+    else if (parent)
+        node->level = parent->level;
     HTREEITEM handle = node.get();
     siblings.push_back(std::move(node));
     ++m_nodeCount;

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QSignalSpy>
 
 namespace {
@@ -117,6 +118,36 @@ TEST_F(TreeViewTest, theUserCannotFoldTheRootAwayButAProgramCan)
     EXPECT_TRUE(tree->IsExpanded(root->GetTreeItem()));
 }
 
+TEST_F(TreeViewTest, aChainTooDeepToLayOutOpensOnlyDownToTheLimit)
+{
+    // The root is level 0, Alpha 1: the chain below Alpha reaches past the limit.
+    std::vector<TestXrefItem*> chain{alpha};
+    panel->BeginUpdate();
+    while (chain.size() < std::size_t(CXrefTreeCtrl::kMaxOpenLevel) + 5)
+        chain.push_back(Add(L"Level", chain.back()));
+    panel->EndUpdate();
+    const auto opened = [&](std::size_t i) { return tree->IsExpanded(chain[i]->GetTreeItem()); };
+    const std::size_t limit = CXrefTreeCtrl::kMaxOpenLevel - 1; // Alpha's level is 1
+    EXPECT_TRUE(opened(limit - 1));
+    EXPECT_FALSE(opened(limit));
+
+    // Neither the user nor the base class's calls open it further.
+    tree->setCurrentIndex(IndexOf(*chain[limit]));
+    QTest::keyClick(tree, Qt::Key_Right);
+    QTest::keyClick(tree, Qt::Key_Plus);
+    tree->QTreeView::expand(IndexOf(*chain[limit + 1]));
+    tree->Collapse(alpha->GetTreeItem());
+    tree->setCurrentIndex(IndexOf(*alpha));
+    QTest::keyClick(tree, Qt::Key_Asterisk);
+    EXPECT_TRUE(opened(0));
+    EXPECT_FALSE(opened(limit));
+    EXPECT_FALSE(opened(limit + 1));
+    tree->expandAll();
+    EXPECT_TRUE(opened(limit - 1));
+    EXPECT_FALSE(opened(limit));
+    EXPECT_FALSE(tree->grab().isNull());
+}
+
 TEST_F(TreeViewTest, typingNeverSearchesWhileNavigationKeysStillMove)
 {
     tree->setCurrentIndex(IndexOf(*root));
@@ -177,6 +208,24 @@ TEST_F(TreeRenameTest, anEndedRenameIsReportedAndTheLabelStaysForThePanelToChang
     QTest::keyClicks(Editor(), QStringLiteral("X"));
     tree->setFocus();
     EXPECT_EQ(log->Take(), (QStringList{"starting 0 Alpha", "edited 0 Alpha X"}));
+}
+
+TEST_F(TreeRenameTest, hostShortcutsOnEnterAndEscapeDoNotTakeTheKeysFromTheRename)
+{
+    int fired = 0;
+    QShortcut enter(QKeySequence(Qt::Key_Return), panel.get());
+    QShortcut escape(QKeySequence(Qt::Key_Escape), panel.get());
+    QObject::connect(&enter, &QShortcut::activated, [&] { ++fired; });
+    QObject::connect(&escape, &QShortcut::activated, [&] { ++fired; });
+    QTest::keyClick(tree, Qt::Key_F2);
+    ASSERT_NE(Editor(), nullptr);
+    QTest::keyClick(Editor(), Qt::Key_Return);
+    QTest::keyClick(tree, Qt::Key_F2);
+    ASSERT_NE(Editor(), nullptr);
+    QTest::keyClick(Editor(), Qt::Key_Escape);
+    EXPECT_EQ(fired, 0);
+    EXPECT_EQ(log->Take(), (QStringList{"starting 0 Alpha", "edited 0 Alpha Alpha",
+                                        "starting 0 Alpha", "aborted 0"}));
 }
 
 TEST_F(TreeRenameTest, escapeAbortsTheRename)
