@@ -167,6 +167,7 @@ TEST_P(TreeAndDetailsPicture, detailsListShowsEachEditorOverItsValueCell)
     sheet.fill(Qt::transparent);
     QPainter painter(&sheet);
     int y = 0;
+    QImage first;
     for (int row : {0, 3, 5}) {
         const QPoint value = list->GetSubItemRect(row, 1).center();
         QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, value);
@@ -175,7 +176,10 @@ TEST_P(TreeAndDetailsPicture, detailsListShowsEachEditorOverItsValueCell)
         EXPECT_TRUE(editor->isVisible()) << row;
         const QRect cell = list->GetSubItemRect(row, 1);
         EXPECT_TRUE(cell.adjusted(0, -1, 0, 1).contains(editor->geometry())) << row;
-        painter.drawImage(0, y, Grab(*list));
+        const QImage shot = Grab(*list);
+        if (first.isNull())
+            first = shot;
+        painter.drawImage(0, y, shot);
         y += height;
         list->setFocus();
     }
@@ -185,6 +189,25 @@ TEST_P(TreeAndDetailsPicture, detailsListShowsEachEditorOverItsValueCell)
     // Below the rows the list shows the theme's base colour.
     const QColor base = CZuUiTheme::Instance().Palette().color(QPalette::Base);
     EXPECT_EQ(sheet.pixelColor(sheet.width() / 2, height - 3), base);
+
+    // The strongest ink of a value is its text colour: the read-only one for Status, the normal
+    // one for Type, which the user may change.
+    const auto ink = [&](int row) {
+        const QRect cell =
+            list->GetSubItemRect(row, 1).translated(list->viewport()->mapTo(list, QPoint(0, 0)));
+        QColor strongest = base;
+        for (int py = cell.top(); py <= cell.bottom(); ++py)
+            for (int px = cell.left(); px <= cell.right(); ++px) {
+                const QColor c = first.pixelColor(px, py);
+                if (std::abs(c.lightness() - base.lightness()) >
+                    std::abs(strongest.lightness() - base.lightness()))
+                    strongest = c;
+            }
+        return strongest.lightness();
+    };
+    const CZuUiTheme& colours = CZuUiTheme::Instance();
+    EXPECT_NEAR(ink(1), colours.GetColor(CZuUiTheme::ReadOnlyText).lightness(), 12);
+    EXPECT_NEAR(ink(3), colours.GetColor(CZuUiTheme::Text).lightness(), 12);
 }
 
 INSTANTIATE_TEST_SUITE_P(
