@@ -512,9 +512,7 @@ bool CXrefTreeCtrl::EditLabel(HTREEITEM node)
     if (!node || !m_model->Holds(node))
         return false;
     settleBatch();
-    const QModelIndex index = m_model->IndexOf(node);
-    setCurrentIndex(index);
-    return edit(index, QAbstractItemView::AllEditTriggers, nullptr);
+    return edit(m_model->IndexOf(node), QAbstractItemView::AllEditTriggers, nullptr);
 }
 
 bool CXrefTreeCtrl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
