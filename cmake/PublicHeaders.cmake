@@ -23,6 +23,7 @@ set(KVX_PUBLIC_HEADERS
     framework/ZuUiRmId.h
     framework/ZuUiTheme.h
     framework/ZuUiThemedDropDownBitmapButton.h
+    framework/ZuUiThemedListCtrl.h
     framework/ZuUiThemedPreview.h
     framework/ZuUiThemedStatic.h
     host/ImageFileDialog.h
@@ -58,6 +59,7 @@ set(KVX_PUBLIC_HEADERS
     views/XrefCoupledGroupCtrl.h
     views/XrefGroupCtrl.h
     views/XrefPreview.h
+    views/XrefPropListCtrl.h
     views/XrefTreeCtrl.h
     views/editors/InPlaceComboBoxCtrl.h
     views/editors/InPlaceEditCtrl.h

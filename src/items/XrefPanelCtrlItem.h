@@ -209,6 +209,7 @@ private:
     // The panel links items to their rows and nodes; the tree unlinks them when nodes go.
     friend class CXrefPanelCtrl;
     friend struct ItemTreeLink;
+    friend struct ItemToolTip;
 
     std::wstring GetListViewSubItemText(ListViewColumn::Enum column) const;
     void SetListViewSubItemText(ListViewColumn::Enum column, const std::wstring& text);

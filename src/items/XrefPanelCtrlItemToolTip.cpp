@@ -4,6 +4,7 @@
 
 #include "host/KvNameDescriptionToolTipInfo.h"
 #include "items/ItemPanel_p.h"
+#include "items/ItemToolTip_p.h"
 #include "panel/ToolTipMenuSettings.h"
 #include "resources/TroveResources.h"
 #include "services/ToolTipPreviewAssist.h"
@@ -67,6 +68,11 @@ CXrefPanelCtrlItem::CreateToolTipInfo(const ToolTipMenuSettings& settings)
     info->SetPreviewWidth(edge);
     info->SetPreviewHeight(edge);
     return info;
+}
+
+std::unique_ptr<KvNameDescriptionToolTipInfo> ItemToolTip::Create(CXrefPanelCtrlItem& item)
+{
+    return item.CreateToolTipInfo(ItemPanel::ToolTipSettings(item.m_panel));
 }
 
 QPixmap CXrefPanelCtrlItem::GetPreview()

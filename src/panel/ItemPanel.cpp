@@ -21,6 +21,11 @@ CXrefPreview* PreviewCtrl(const CXrefPanelCtrl& panel)
     return panel.GetPreviewCtrl();
 }
 
+ToolTipMenuSettings ToolTipSettings(const CXrefPanelCtrl& panel)
+{
+    return panel.GetToolTipMenuSettings();
+}
+
 bool ShowsModifiedMarker(const CXrefPanelCtrl& panel)
 {
     return panel.IsHostModStatusEnabled() && panel.IsHostModified();

@@ -4,6 +4,8 @@
 #include "views/ChangeCoalescer_p.h"
 #include "views/XrefTreeNode_p.h"
 
+#include <limits>
+
 CXrefTreeModel::CXrefTreeModel(QObject* parent)
     : QAbstractItemModel(parent),
       m_changes(
@@ -59,14 +61,17 @@ QVariant CXrefTreeModel::data(const QModelIndex& index, int role) const
     const HTREEITEM node = NodeOf(index);
     if (!node)
         return {};
-    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
+    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::AccessibleTextRole)
         return node->text;
     return {};
 }
 
 Qt::ItemFlags CXrefTreeModel::flags(const QModelIndex& index) const
 {
-    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
+    // Editable so that the view may open a rename editor; the model never takes the text (it has
+    // no setData): renames reach a node only through its item.
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable
+                           : Qt::NoItemFlags;
 }
 
 HTREEITEM CXrefTreeModel::InsertNode(CXrefPanelCtrlItem& item, HTREEITEM parent)
@@ -84,6 +89,10 @@ HTREEITEM CXrefTreeModel::InsertNode(CXrefPanelCtrlItem& item, HTREEITEM parent)
     node->item = &item;
     node->parent = parent;
     node->row = row;
+    if (parent && parent->level < std::numeric_limits<std::uint16_t>::max())
+        node->level = std::uint16_t(parent->level + 1);
+    else if (parent)
+        node->level = parent->level;
     HTREEITEM handle = node.get();
     siblings.push_back(std::move(node));
     ++m_nodeCount;

@@ -40,6 +40,8 @@ struct CXrefTreeNode
     std::int32_t image = -2; ///< -2: no image
     std::int32_t selectedImage = -2;
     ItemStateWord state;
+    /// How deep the node sits: 0 for a top-level node, saturating at the type's maximum.
+    std::uint16_t level = 0;
 
     int Overlay() const { return state.Overlay(); }
     int StateImage() const { return state.StateImage(); }

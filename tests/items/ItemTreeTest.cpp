@@ -179,6 +179,9 @@ TEST_F(ItemTreeTest, deepChainLeavesDeepestFirstInOneRemoval)
     }
     panel->EndUpdate();
     ASSERT_EQ(panel->GetTreeCtrl()->GetCount(), kDepth + 1);
+    // Laid out and painted, the open part of the chain is as deep as the view can take.
+    panel->GetTreeCtrl()->resize(300, 400);
+    EXPECT_FALSE(panel->GetTreeCtrl()->grab().isNull());
 
     std::vector<CXrefPanelCtrlItem*> order;
     QObject::connect(panel->GetTreeCtrl(), &CXrefTreeCtrl::ItemToBeDeleted,
