@@ -358,14 +358,11 @@ TEST_F(InPlaceFileEditCtrlTest, hostileTextsNeitherCrashNorHangAndStayAsTyped)
         huge += QStringLiteral("\"*%1?\" ;;").arg(i);
     Ctrl* editor = open(QString(), Ctrl::BrowseOpen, QRect(20, 20, 60, 24));
     editor->SetFolder(m_dir.path());
-    QElapsedTimer timer;
-    timer.start();
     editor->insert(huge); // a paste: the line edit keeps what fits its length limit
     EXPECT_EQ(editor->text(), huge.left(editor->maxLength()));
     EXPECT_TRUE(editor->GetPathNames().isEmpty());
     QTest::keyClick(editor, Qt::Key_A);
     EXPECT_EQ(editor->geometry().right(), m_owner->rect().right());
-    EXPECT_LT(timer.elapsed(), 10000);
 
     const QString odd = QStringLiteral("  \t\"\";;; ü€\\\\//..\\:*?<>|; \x01\x7f ");
     editor->setText(odd);
