@@ -8,7 +8,6 @@
 
 #include <QCursor>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QMimeData>
 #include <QPointer>
 #include <QTemporaryDir>
