@@ -13,6 +13,7 @@ set(KVX_PUBLIC_HEADERS
     framework/Win32Types.h
     framework/ZuToolTipCtrl.h
     framework/ZuUiBitmapButton.h
+    framework/ZuUiCommandEvent.h
     framework/ZuUiCoupledGroupCtrl.h
     framework/ZuUiGroupCtrl.h
     framework/ZuUiHiDpi.h
