@@ -42,6 +42,7 @@ set(KVX_PUBLIC_HEADERS
     panel/MenuItems.h
     panel/ToolTipMenuSettings.h
     panel/ViewTypes.h
+    panel/XmlHelpers.h
     panel/XrefPanelCtrl.h
     panel/XrefProperties.h
     items/AttachmentFileType.h
