@@ -6,6 +6,8 @@
 #include <QString>
 #include <QUuid>
 
+#include <utility>
+
 // Small attribute and child-node functions over the host's XML profile. Each answers 1 when it
 // did what it says and 0 otherwise (a null node, a node that is not an element where one is
 // needed, a missing attribute or child); none of them throws. Names are UTF-16 as the host keeps

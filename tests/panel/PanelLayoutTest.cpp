@@ -3,6 +3,7 @@
 
 #include "PanelFixture.h"
 
+#include "framework/ZuUiTheme.h"
 #include "panel/detail/PanelLayout.h"
 #include "resources/TroveResources.h"
 
@@ -320,6 +321,21 @@ TEST_F(PanelLayoutTest, onlyPagesComingIntoViewCount)
     EXPECT_EQ(panel->selectionRuns, runs);
     panel->GetLowerGroupCtrl()->SetCollapsed(false);
     EXPECT_EQ(panel->selectionRuns, runs + 1);
+}
+
+TEST_F(PanelLayoutTest, paletteThemeReachesTheChildren)
+{
+    auto panel = Make(300, 500);
+    ScopedTheme dark(true);
+    QFont font = panel->font();
+    font.setPointSize(font.pointSize() + 5);
+    panel->InitPaletteTheme(CZuUiTheme::Instance(), font);
+    EXPECT_EQ(panel->GetMessageBox()->font(), font);
+    EXPECT_EQ(panel->GetUpperGroupCtrl()->font(), font);
+    EXPECT_EQ(panel->palette().color(QPalette::Window),
+              CZuUiTheme::Instance().GetColor(CZuUiTheme::Background));
+    EXPECT_EQ(panel->GetMessageBox()->palette().color(QPalette::WindowText),
+              CZuUiTheme::Instance().GetColor(CZuUiTheme::Text));
 }
 
 // --- Activation and enabling ---------------------------------------------------------------------
