@@ -6,8 +6,8 @@
 // iteration measures building, sizing and showing the menu.
 
 #include "framework/ZuUiMenu.h"
-#include "items/XrefPanelCtrlItem.h"
 #include "support/NullXrefPanel.h"
+#include "support/TestXrefItem.h"
 #include "views/TroveListCtrl.h"
 
 #include <QAction>
@@ -22,21 +22,6 @@
 #include <vector>
 
 namespace {
-
-class MenuItem : public CXrefPanelCtrlItem
-{
-public:
-    MenuItem(CXrefPanelCtrl& panel, bool host = false) : CXrefPanelCtrlItem(panel), m_host(host) {}
-    bool IsHostDwgItem() const override { return m_host; }
-    bool HostOperation4() const override { return false; }
-    bool HostOperation6() const override { return false; }
-    bool HostOperation9() const override { return false; }
-    bool HostOperation10() const override { return false; }
-    bool IsPropertyEditable(XrefProperties, int) const override { return false; }
-
-private:
-    bool m_host;
-};
 
 // What a host typically puts into a reference's context menu.
 const Trove::MenuItems kHostEntries[] = {
@@ -80,11 +65,11 @@ struct FilledPanel
         panel.Create(L"References", QRect(0, 0, 400, 600), nullptr, 1);
         panel.show();
         panel.BeginUpdate();
-        auto* root = new MenuItem(panel, true);
+        auto* root = new TestXrefItem(panel, true);
         panel.InsertRootItem(*root);
         root->SetText(L"Site");
         for (int i = 0; i < count; ++i) {
-            auto* item = new MenuItem(panel);
+            auto* item = new TestXrefItem(panel);
             panel.InsertItem(*item, *root, nullptr);
             item->SetText(L"Ref-" + std::to_wstring(i));
             if (selection.size() < 3)

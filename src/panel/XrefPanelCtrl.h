@@ -105,8 +105,9 @@ public:
     virtual void SetDetailColumnDipWidths(std::vector<int>& widths);
     /// Called once by the details list at creation with an empty vector.
     virtual void HostCallback9(std::vector<int>& widths) = 0;
-    /// The stored splitter ratio and lower-pane flag, asked once by Create. Both arrive holding
-    /// the defaults (0.6, shown); leave them to keep those.
+    /// The stored splitter ratio and lower-pane flag, asked once by Create. They arrive holding
+    /// the default ratio (0.6) and the flag as it stands (shown unless a profile loaded before
+    /// said otherwise); leave them to keep those.
     virtual void GetStoredLowerGroup(double& ratio, bool& shown) = 0;
     /// The host's own; the panel never calls it.
     virtual void HostCallback11() = 0;

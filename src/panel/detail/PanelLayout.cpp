@@ -123,7 +123,7 @@ void PanelLayout::CreateChildren(QWidget& panel, bool troveMode, const Hooks& ho
                               &CXrefPanelCtrlItemTypes::ImageList(true));
 
     double ratio = kDefaultRatio;
-    bool shown = true;
+    bool shown = m_showLowerPane;
     if (hooks.storedLowerGroup)
         hooks.storedLowerGroup(ratio, shown);
     m_showLowerPane = shown;

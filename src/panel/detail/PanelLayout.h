@@ -53,7 +53,8 @@ public:
         std::function<void(QWidget&)> detailsCreated;
         /// After the details page: the list's and the tree's property-edit events.
         std::function<void()> viewsCreated;
-        /// The host's stored splitter ratio and lower-pane flag; both arrive with the defaults.
+        /// The host's stored splitter ratio and lower-pane flag; they arrive holding the default
+        /// ratio and the flag as it stands.
         std::function<void(double& ratio, bool& shown)> storedLowerGroup;
     };
 
