@@ -201,16 +201,6 @@ TEST_F(PanelLayoutTest, storedLowerGroupIsAskedOnceAndRestored)
     EXPECT_EQ(panel->GetUpperGroupCtrl()->height(), int((area - bar) * 0.25));
 }
 
-TEST_F(PanelLayoutTest, hostThatStoresNothingGetsTheDefaults)
-{
-    auto panel = Make(300, 500);
-    double ratio = 0;
-    bool shown = false;
-    panel->GetLowerGroup(ratio, shown);
-    EXPECT_DOUBLE_EQ(ratio, PanelLayout::kDefaultRatio);
-    EXPECT_TRUE(shown);
-}
-
 // --- Column widths -------------------------------------------------------------------------------
 
 TEST_F(PanelLayoutTest, columnWidthsReadAtDoubleScaleHalveWhenWrittenAtSingleScale)
