@@ -13,6 +13,7 @@ set(KVX_PUBLIC_HEADERS
     framework/Win32Types.h
     framework/ZuToolTipCtrl.h
     framework/ZuUiBitmapButton.h
+    framework/ZuUiCommandEvent.h
     framework/ZuUiCoupledGroupCtrl.h
     framework/ZuUiGroupCtrl.h
     framework/ZuUiHiDpi.h
@@ -42,6 +43,7 @@ set(KVX_PUBLIC_HEADERS
     panel/MenuItems.h
     panel/ToolTipMenuSettings.h
     panel/ViewTypes.h
+    panel/XmlHelpers.h
     panel/XrefPanelCtrl.h
     panel/XrefProperties.h
     items/AttachmentFileType.h

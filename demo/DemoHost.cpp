@@ -13,8 +13,6 @@
 #include "toolbar/XrefToolBar.h"
 #include "util/DateTime.h"
 #include "views/TroveListCtrl.h"
-#include "views/XrefCoupledGroupCtrl.h"
-#include "views/XrefGroupCtrl.h"
 #include "views/XrefPreview.h"
 #include "views/XrefTreeCtrl.h"
 
@@ -22,7 +20,6 @@
 #include <QFileInfo>
 #include <QHelpEvent>
 #include <QItemSelectionModel>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -105,15 +102,12 @@ DemoPanel::~DemoPanel()
 
 bool DemoPanel::Open(const SampleProject& project, QWidget* parent)
 {
+    // The panel makes the tool bar's window, lays out its children and passes the tool bar's
+    // commands on to OnMenuSelection and OnDisplayHelp.
     if (!Create(L"File References", QRect(0, 0, 900, 560), parent, 30000))
         return false;
-    if (!GetToolBar()->Create(this))
-        return false;
-    arrange();
     fill(project);
 
-    connect(GetToolBar().get(), &CXrefToolBar::MenuSelection, this, &DemoPanel::OnMenuSelection);
-    connect(GetToolBar().get(), &CXrefToolBar::DisplayHelp, this, &DemoPanel::OnDisplayHelp);
     for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(GetListCtrl()),
                                     static_cast<QAbstractItemView*>(GetTreeCtrl())}) {
         connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -125,35 +119,6 @@ bool DemoPanel::Open(const SampleProject& project, QWidget* parent)
                     .arg(GetUniqueXrefCount())
                     .arg(QFileInfo(project.HostDrawing()).fileName()));
     return true;
-}
-
-// The panel does not place its children yet, so the demo stacks them the way the panel will:
-// the tool bar, the views over the preview with a splitter between, and the message strip.
-void DemoPanel::arrange()
-{
-    m_groups = new CXrefCoupledGroupCtrl(this);
-    m_upper = new CXrefGroupCtrl(m_groups);
-    m_lower = new CXrefGroupCtrl(m_groups);
-    m_upper->AddPage(GetListCtrl(), TroveUI::ResString(1038), QStringLiteral("IDI_TYPE_FILE"));
-    m_upper->AddPage(GetTreeCtrl(), TroveUI::ResString(1039), QStringLiteral("IDI_TYPE_HOSTDWG"));
-    m_lower->AddPage(GetPreviewCtrl(), TroveUI::ResString(1057), {});
-    m_upper->SetSelIndex(0);
-    m_lower->SetSelIndex(0);
-    m_groups->SetUpperGroup(m_upper);
-    m_groups->SetLowerGroup(m_lower);
-    double ratio = 0.62;
-    bool shown = true;
-    GetStoredLowerGroup(ratio, shown);
-    m_groups->SetSplitRatio(ratio);
-    m_lower->SetCollapsed(!shown);
-    m_groups->SetReady(true);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(2, 2, 2, 2);
-    layout->setSpacing(2);
-    layout->addWidget(GetToolBar().get());
-    layout->addWidget(m_groups, 1);
-    layout->addWidget(GetMessageBox().get());
 }
 
 void DemoPanel::fill(const SampleProject& project)
@@ -192,12 +157,12 @@ void DemoPanel::fill(const SampleProject& project)
 
 void DemoPanel::ShowTree(bool tree)
 {
-    m_upper->SetSelIndex(tree ? 1 : 0);
+    SetReferenceViewType(tree ? FileReferenceViewType::TreeView : FileReferenceViewType::ListView);
 }
 
 QAbstractItemView* DemoPanel::frontView() const
 {
-    if (m_upper->GetSelIndex() == 1)
+    if (GetReferenceViewType() == FileReferenceViewType::TreeView)
         return GetTreeCtrl();
     return GetListCtrl();
 }

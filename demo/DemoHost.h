@@ -6,14 +6,10 @@
 
 #include <memory>
 
-class CXrefCoupledGroupCtrl;
-class CXrefGroupCtrl;
 class QAbstractItemView;
 
-/// The demo's host side of the panel: it answers the panel's questions, acts on its commands
-/// the way a CAD application would (for the few that make sense without one) and, until the
-/// panel arranges its own children, places the tool bar, the two views, the preview pane and
-/// the message strip itself.
+/// The demo's host side of the panel: it answers the panel's questions and acts on its commands
+/// the way a CAD application would (for the few that make sense without one).
 class DemoPanel : public CXrefPanelCtrl
 {
 public:
@@ -57,14 +53,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void arrange();
     void fill(const SampleProject& project);
     void selectionChanged(QAbstractItemView* view);
     CXrefPanelCtrlItem* itemAt(QAbstractItemView* view, const QPoint& viewportPos) const;
     void showMessage(const QString& text);
     QAbstractItemView* frontView() const;
-
-    CXrefCoupledGroupCtrl* m_groups = nullptr;
-    CXrefGroupCtrl* m_upper = nullptr;
-    CXrefGroupCtrl* m_lower = nullptr;
 };

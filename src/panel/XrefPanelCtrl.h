@@ -27,15 +27,26 @@ class CXrefPanelCtrlItem;
 class CTroveListCtrl;
 class CXrefTreeCtrl;
 class CXrefPreview;
+class CXrefCoupledGroupCtrl;
+class CXrefGroupCtrl;
 class CZuUiImageList;
+class CZuUiTheme;
 class QMenu;
+class QMouseEvent;
 
 /// The External References panel. The host derives its palette's panel class from it, implements
 /// the abstract host operations, constructs it with its tool bar and message strip, calls Create
 /// and fills it with items (one CXrefPanelCtrlItem per reference occurrence).
 ///
-/// Calling order: construct; Create; insert the root item, then every reference with its parent
-/// before it; DeleteTreeItem for single removals, DeleteAllItems before a reload.
+/// Calling order: construct; Create; optionally LoadTooltipSettings and SetDetailColumnDipWidths;
+/// insert the root item, then every reference with its parent before it; DeleteTreeItem for
+/// single removals, DeleteAllItems before a reload; SaveTooltipSettings and the layout getters
+/// (GetColumnDipWidths, GetLowerGroup) before the panel goes.
+///
+/// The panel lays out its children itself on every resize: the tool bar band at the top, below
+/// it the splitter with the file-references group (list and tree pages) over the lower group
+/// (details and preview pages), and the message strip at the bottom. A host must not put a
+/// layout on the panel.
 ///
 /// Items belong to the host, with one exception: the items of a subtree that the panel removes
 /// (the descendants in DeleteTreeItem, everything in DeleteAllItems) are destroyed with their
@@ -54,6 +65,8 @@ public:
     /// @p toolBar may be empty; @p messageBox is required. @p troveMode is the repository-state
     /// flag of both views, @p listOption the persisted sort column of the list view (-1: none) and
     /// @p listFlag its ascending flag. The panel keeps its own copies of the shared pointers.
+    /// @p referenceView and @p detailsView are the pages Create brings to front; a value that
+    /// names no page leaves the first page in front and stored.
     CXrefPanelCtrl(CXREFPalette* palette, std::shared_ptr<CXrefToolBar> toolBar,
                    std::shared_ptr<CXrefMessageBox> messageBox, bool troveMode,
                    FileReferenceViewType referenceView, DetailsViewType detailsView, int listOption,
@@ -63,7 +76,10 @@ public:
     CXrefPanelCtrl& operator=(const CXrefPanelCtrl&) = delete;
 
     /// Makes the panel a child of @p parent at @p rect with control id @p id and creates its
-    /// children. Returns false when it was already created.
+    /// children: the tool bar's window when the host has not made it yet, the two groups with
+    /// their pages, the splitter (with the ratio and lower-pane flag GetStoredLowerGroup gives)
+    /// and the tool-tip menu. The message strip becomes the panel's child. Returns false when it
+    /// was already created.
     bool Create(const wchar_t* windowName, const QRect& rect, QWidget* parent, int id);
     bool IsCreated() const;
 
@@ -89,13 +105,21 @@ public:
     virtual void SetDetailColumnDipWidths(std::vector<int>& widths);
     /// Called once by the details list at creation with an empty vector.
     virtual void HostCallback9(std::vector<int>& widths) = 0;
-    /// The stored splitter ratio and lower-pane flag.
+    /// The stored splitter ratio and lower-pane flag, asked once by Create. They arrive holding
+    /// the default ratio (0.6) and the flag as it stands (shown unless a profile loaded before
+    /// said otherwise); leave them to keep those.
     virtual void GetStoredLowerGroup(double& ratio, bool& shown) = 0;
     /// The host's own; the panel never calls it.
     virtual void HostCallback11() = 0;
-    /// Reads the tool-tip choices from the host's settings node.
+    /// Reads the tool-tip style, preview size and lower-pane flag from the attributes
+    /// "TooltipStyle", "TooltipSize" and "ShowDetail" of the "TooltipSettings" child element of
+    /// @p node, then updates the tool-tip menu and the layout. A missing attribute reads as 0;
+    /// values are not range-checked. False, with nothing changed, for a null node or one without
+    /// that child.
     virtual bool LoadTooltipSettings(QDomNode node);
-    /// Writes the tool-tip choices into the host's settings node.
+    /// Writes the same three attributes onto @p node itself (so a host that loads from a parent
+    /// saves into its "TooltipSettings" element). False when @p node is null or not an element;
+    /// attributes written before the failure stay.
     virtual bool SaveTooltipSettings(QDomNode node);
     /// Rebuilds both views' repository-state image lists with @p large as their flag.
     virtual void SetIconSize(bool large);
@@ -120,7 +144,8 @@ public:
     virtual void OnSortCriteriaChanged(int sortColumn, bool ascending) = 0;
     /// The selection changed in either view.
     virtual void OnItemsSelected(const std::vector<CXrefPanelCtrlItem*>& items, bool flag);
-    /// Does nothing here; derived classes hook in when the tool-tip style changes.
+    /// Does nothing here, and the panel never calls it: a derived class may, to bring its own
+    /// tool tips in line with GetToolTipMenuSettings.
     virtual void SetToolTipStyle();
 
     // --- State ----------------------------------------------------------------------------------
@@ -139,6 +164,8 @@ public:
     bool IsTroveMode() const;
     /// The tool-tip style and preview size the items' tool tips follow.
     ToolTipMenuSettings GetToolTipMenuSettings() const;
+    /// Whether the lower pane (details or preview) shows.
+    bool IsLowerPaneShown() const;
 
     /// True for the status icons 1 to 6.
     static bool IsValidRefStatusIcon(RefStatus::RefIcon icon);
@@ -180,12 +207,93 @@ public:
     /// Rebuilds both views' repository-state image lists with their current flags.
     void UpdateStateImageList();
 
+    // --- Layout and view modes ------------------------------------------------------------------
+
+    /// Brings the list (ListView) or the tree (TreeView) page to front; GetReferenceViewType
+    /// follows once the page is in front. Nothing before Create.
+    void SetReferenceViewType(FileReferenceViewType type);
+    /// The same for the details and preview pages of the lower group.
+    void SetDetailsViewType(DetailsViewType type);
+    /// Lays out both groups again with the lower-pane flag: shown, the splitter divides its area
+    /// by its ratio; hidden, the file references take the whole area.
+    void SetPreDetailsRect();
+    /// Enables or disables the panel, then the splitter, the groups, the tree, the list, the tool
+    /// bar, the details list and the preview. True when the panel was disabled before.
+    bool EnableWindow(bool enable);
+    /// The details list's two column widths in device-independent pixels, for the host to keep.
+    std::vector<int> GetColumnDipWidths() const;
+    /// The share of the splitter's height that the file references take (0 to 1).
+    double GetTopToWholeRatio() const;
+    /// The splitter ratio and the lower-pane flag, for the host to keep.
+    void GetLowerGroup(double& ratio, bool& shown) const;
+    /// Takes @p font for the panel's children and the background and text colours of @p theme.
+    void InitPaletteTheme(CZuUiTheme& theme, const QFont& font);
+
+    // --- Tool-tip menu commands -----------------------------------------------------------------
+
+    void OnClassic();
+    void OnPreviewSmall();
+    void OnPreviewMedium();
+    void OnPreviewLarge();
+    void OnDetails();
+    void OnPreviewDetailsSmall();
+    void OnPreviewDetailsMedium();
+    void OnPreviewDetailsLarge();
+    /// Shows or hides the lower pane.
+    void OnPreviewDetailsPane();
+    /// Passes Trove::TooltipClose with the selection to OnMenuSelection.
+    void OnTooltipClose();
+
+    // --- Menus ----------------------------------------------------------------------------------
+
+    /// Appends @p item to @p menu with its text: a separator for Trove::Separator whatever
+    /// @p flags say; for the sub-menu titles (HostSubMenu1, 42, 45) an entry that opens
+    /// @p subMenu, which @p menu then owns, and nothing when @p subMenu is null; otherwise a
+    /// command whose id is @p item. The menu texts are loaded first if they are not yet. False
+    /// when nothing was appended.
+    static bool InsertMenuW(QMenu& menu, Trove::MenuItems item, unsigned flags, QMenu* subMenu);
+    /// Gives the entry at @p position (by command or by position, as @p flags say) the text of
+    /// @p item and command id 0.
+    static bool ModifyMenuString(QMenu& menu, unsigned position, unsigned flags,
+                                 Trove::MenuItems item);
+    /// Sets the state of a tool bar menu command (CZuUiMenu::Grayed or Enabled); nothing
+    /// without a tool bar.
+    void EnableMenuItem(Trove::MenuItems item, unsigned flags);
+    /// Builds the tool-tip menu and marks it; Create does this.
+    void InitContextMenu();
+    /// Marks the tool-tip menu's style, size and lower-pane entries from the panel's state.
+    void UpdateContextMenu();
+    /// Shows the tool-tip menu at @p screenPoint, its style entry greyed unless the host has
+    /// tool tips on, and runs the command chosen.
+    void ShowContextMenu(QPoint screenPoint);
+    /// Appends the tool-tip style sub-menu and the lower-pane entry to a host's @p menu.
+    void AppendToolTipContextMenu(QMenu& menu);
+    /// The tool-tip menu; null before Create.
+    QMenu* GetToolTipMenu() const;
+    /// A view asks for its context menu for @p items at @p point (in @p source's coordinates):
+    /// the host fills a new menu through FillContextMenu, and unless it stays empty the menu is
+    /// shown. The command chosen goes back to @p source as a CZuUiCommandEvent once the menu has
+    /// closed.
+    void OnContextMenu_(QWidget& source, QPoint point,
+                        const std::vector<CXrefPanelCtrlItem*>& items, bool flag);
+    /// Sees every right-button release inside the panel, at the widget that took the press, and
+    /// opens the tool-tip menu for one outside the list and the tree (those open their own
+    /// menus). Returns false: the event goes on to its widget either way.
+    virtual bool PreTranslateMessage(QObject* receiver, QEvent* event);
+
     /// The list view; null until Create.
     CTroveListCtrl* GetListCtrl() const;
     /// The tree view; null until Create.
     CXrefTreeCtrl* GetTreeCtrl() const;
     /// The preview pane; null until Create.
     CXrefPreview* GetPreviewCtrl() const;
+    /// The details page (control id 30201); null until Create.
+    QWidget* GetDetailsCtrl() const;
+    /// The upper group (list and tree pages), the lower group (details and preview pages) and
+    /// the splitter that holds them; null until Create.
+    CXrefGroupCtrl* GetUpperGroupCtrl() const;
+    CXrefGroupCtrl* GetLowerGroupCtrl() const;
+    CXrefCoupledGroupCtrl* GetCoupledGroupCtrl() const;
     const std::shared_ptr<CXrefToolBar>& GetToolBar() const;
     const std::shared_ptr<CXrefMessageBox>& GetMessageBox() const;
     CXREFPalette* GetPalette() const;
@@ -204,9 +312,27 @@ protected:
     /// tells the host what became of the row.
     void OnTreeItemToBeDeleted(CXrefPanelCtrlItem& item);
 
+    /// Places the tool bar, the message strip and the groups for a @p cx x @p cy panel.
+    void OnSize(unsigned type, int cx, int cy);
+    /// A group brings @p pane to front or into view (@p flags has CZuUiGroupCtrl::PaneShown or
+    /// PaneRevealed) or sends it away: the stored view type follows the page in front, and the
+    /// preview coming to front is filled from the selection. Returns 0.
+    int OnPaneVisibilityChanging(QWidget* pane, unsigned flags);
+    /// A mouse press in the client area (@p hitTest 1, or 221 and above for the framework's own
+    /// areas) draws the group under the pointer active and the other inactive; a press outside
+    /// both groups draws neither active. Returns 1, the usual activation.
+    int OnMouseActivate(QWidget* top, unsigned hitTest, unsigned message);
+
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     void onTreeItemToBeDeleted(CXrefPanelCtrlItem* item);
     void buildStateImageLists(bool listFlag, bool treeFlag);
+    void unhookChildren();
+    void applyViewTypes();
+    void setToolTipChoice(int style, int size);
+    void runToolTipCommand(unsigned command);
 
     std::unique_ptr<CXrefPanelCtrlPrivate> const d;
 };

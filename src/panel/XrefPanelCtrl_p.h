@@ -4,6 +4,7 @@
 
 #include "panel/detail/ContextMenus.h"
 #include "panel/detail/DetailsBinding.h"
+#include "panel/detail/PanelInput.h"
 #include "panel/detail/PanelLayout.h"
 #include "panel/detail/SelectionBinding.h"
 #include "panel/detail/ToolTipSettings.h"
@@ -39,4 +40,6 @@ public:
     DetailsBinding details{selection};
     ContextMenus menus;
     ToolTipSettings toolTips;
+    // Made by Create, and gone first when the panel goes.
+    std::unique_ptr<PanelInput> input;
 };

@@ -16,6 +16,14 @@ CXrefCoupledGroupCtrl::CXrefCoupledGroupCtrl(QWidget* parent)
     : MyExKvTroveUiCoupledGroupCtrl(parent)
 {}
 
+void CXrefCoupledGroupCtrl::SetLowerPaneShown(bool shown)
+{
+    if (shown == m_lowerPaneShown)
+        return;
+    m_lowerPaneShown = shown;
+    RecalcLayout();
+}
+
 void CXrefCoupledGroupCtrl::LayoutPanes(int cx, int cy)
 {
     if (!CheckChildControls())
@@ -47,6 +55,13 @@ void CXrefCoupledGroupCtrl::LayoutPanes(int cx, int cy)
         place(upper, 0, 0, cx, split);
         place(lower, 0, split + bar, cx, cy - split - bar);
         SetSplitterRect(QRect(0, split, cx, bar));
+    }
+    if (!m_lowerPaneShown) {
+        lower->move(0, cy / 2);
+        upper->setGeometry(0, 0, std::max(0, cx), std::max(0, cy));
+        upper->raise();
+        // Nothing to drag while one pane covers the other.
+        SetSplitterRect(QRect());
     }
     update();
 }

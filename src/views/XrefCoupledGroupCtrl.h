@@ -13,6 +13,15 @@ class KVXREFTROVEUI_EXPORT CXrefCoupledGroupCtrl : public MyExKvTroveUiCoupledGr
 public:
     explicit CXrefCoupledGroupCtrl(QWidget* parent = nullptr);
 
+    /// Whether the lower pane shows (the default). While it does not, the upper pane takes the
+    /// whole area and the lower one waits behind it, half-way down, with the size it last had,
+    /// so that showing it again costs its page no new layout.
+    bool IsLowerPaneShown() const { return m_lowerPaneShown; }
+    void SetLowerPaneShown(bool shown);
+
 protected:
     void LayoutPanes(int cx, int cy) override;
+
+private:
+    bool m_lowerPaneShown = true;
 };

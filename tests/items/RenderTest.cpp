@@ -126,22 +126,23 @@ protected:
         panel.reset();
     }
 
-    // Lays the two views out side by side in the panel, the way its groups will, and draws them
-    // into one picture at @p ratio.
+    // Draws the two views side by side into one picture at @p ratio, each at a size that shows
+    // every row, whatever room the panel's own layout gives them.
     QImage Render(qreal ratio)
     {
         CTroveListCtrl& list = *panel->GetListCtrl();
         CXrefTreeCtrl& tree = *panel->GetTreeCtrl();
-        list.setGeometry(0, 0, 700, 330);
-        tree.setGeometry(700, 0, 280, 330);
+        panel->show();
         list.show();
         tree.show();
-        panel->show();
+        list.resize(700, 330);
+        tree.resize(280, 330);
         QApplication::processEvents();
         QImage image(QSize(980, 330) * ratio, QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(ratio);
         image.fill(Qt::transparent);
-        panel->render(&image);
+        list.render(&image);
+        tree.render(&image, QPoint(700, 0));
         return image;
     }
 
@@ -174,7 +175,7 @@ protected:
     {
         CTroveListCtrl& list = *panel->GetListCtrl();
         QRect rect = list.visualRect(list.Model().index(row, column));
-        rect.translate(list.viewport()->mapTo(panel.get(), QPoint(0, 0)));
+        rect.translate(list.viewport()->mapTo(&list, QPoint(0, 0)));
         return rect;
     }
 

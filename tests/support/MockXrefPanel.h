@@ -22,6 +22,12 @@ public:
                          troveMode, FileReferenceViewType::ListView, DetailsViewType::Details,
                          listOption, listFlag)
     {}
+    /// A panel that Create opens on the pages @p referenceView and @p detailsView.
+    MockXrefPanel(FileReferenceViewType referenceView, DetailsViewType detailsView,
+                  std::shared_ptr<CXrefToolBar> toolBar = nullptr, bool troveMode = false)
+        : CXrefPanelCtrl(nullptr, std::move(toolBar), std::make_shared<CXrefMessageBox>(),
+                         troveMode, referenceView, detailsView, -1, true)
+    {}
 
     /// Constructs and creates a panel of mock type @p Panel (MockXrefPanel, NiceMock<...>).
     template <typename Panel = testing::NiceMock<MockXrefPanel>>
