@@ -4,6 +4,7 @@
 // relative path, read back the same way.
 
 #include "DrawingFormat.h"
+#include "ReferenceState.h"
 
 #include "support/QtPrinters.h"
 
@@ -14,7 +15,13 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <ostream>
 #include <vector>
+
+inline void PrintTo(ReferenceState state, std::ostream* os)
+{
+    *os << "ReferenceState(" << int(state) << ")";
+}
 
 class DemoProject : public ::testing::Test
 {
