@@ -121,8 +121,10 @@ private:
         if (m_at + length > m_table.size())
             return Fault{QStringLiteral("the reference table ends inside %1").arg(what)};
         // A leading byte-order mark is part of the name: stripping it would change what is
-        // written back.
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+        // written back. Stateless, so that a sequence cut off at the end is an error rather
+        // than something kept for more bytes that never come.
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom |
+                                                         QStringDecoder::Flag::Stateless);
         out = decoder(QByteArrayView(m_table.constData() + m_at, length));
         if (decoder.hasError())
             return Fault{QStringLiteral("%1 is not UTF-8").arg(what)};

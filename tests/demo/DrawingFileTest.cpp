@@ -189,6 +189,8 @@ TEST_F(DrawingFileTest, foreignAndDamagedFilesAreRefusedWithTheReason)
          DrawingReadStatus::Damaged, "1025 bytes"},
         {"not UTF-8", withTable(table(1, record(1, 0, "Gr\xff\xfe", path))),
          DrawingReadStatus::Damaged, "not UTF-8"},
+        {"UTF-8 cut short", withTable(table(1, record(1, 0, "\xc2", path))),
+         DrawingReadStatus::Damaged, "not UTF-8"},
         {"more counted than held", withTable(table(2, record(1, 0, name, path))),
          DrawingReadStatus::Damaged, "ends inside reference 2"},
         {"bytes left over", withTable(table(1, record(1, 0, name, path) + "zz")),
