@@ -1,5 +1,7 @@
 #include "DemoHost.h"
 
+#include "XrefDocument.h"
+
 #include "framework/PackedDib.h"
 #include "framework/ZuUiImageList.h"
 #include "framework/ZuUiRm.h"
@@ -67,14 +69,47 @@ std::wstring wide(const QString& text)
     return text.toStdWString();
 }
 
-void describeFile(CXrefPanelCtrlItem& item, const QString& path)
+// The named type icons of the standard set, by kind; drawings show the class's own icon.
+QString typeIconName(ReferenceKind kind)
 {
-    const QFileInfo file(path);
-    if (!file.exists())
+    switch (kind) {
+    case ReferenceKind::Drawing:
+        return {};
+    case ReferenceKind::RasterImage:
+        return QStringLiteral("IMAGE");
+    case ReferenceKind::PdfUnderlay:
+        return QStringLiteral("PDF");
+    case ReferenceKind::DwfUnderlay:
+        return QStringLiteral("DWF");
+    case ReferenceKind::DgnUnderlay:
+        return QStringLiteral("DGN");
+    case ReferenceKind::PointCloud:
+        return QStringLiteral("POINTCLOUD");
+    case ReferenceKind::CoordinationModel:
+        return QStringLiteral("MODEL");
+    case ReferenceKind::DataLink:
+        return QStringLiteral("DATALINK");
+    }
+    return {};
+}
+
+// A row shared by several occurrences shows the saved path of the first: the later ones only
+// add their tree nodes, status and found-at.
+void describe(CXrefPanelCtrlItem& item, const Occurrence& occurrence)
+{
+    const PanelStatus status = ToPanelStatus(occurrence.state);
+    item.SetReferenceStatus(status.icon, status.code);
+    const bool ownsRow = occurrence.sharedWith < 0;
+    if (ownsRow)
+        item.SetSavedPath(wide(QDir::toNativeSeparators(occurrence.reference.savedPath)));
+    if (occurrence.resolution.foundAt.isEmpty())
         return;
-    item.SetSize(file.size());
-    item.SetDate(Util::DateTime(file.lastModified()));
-    item.SetFoundAt(wide(QDir::toNativeSeparators(file.absoluteFilePath())));
+    item.SetFoundAt(wide(QDir::toNativeSeparators(occurrence.resolution.foundAt)));
+    item.SetFileVersion(occurrence.facts.fileVersion);
+    if (ownsRow) {
+        item.SetSize(occurrence.facts.size);
+        item.SetDate(Util::DateTime(occurrence.facts.modified));
+    }
 }
 
 QString names(const std::vector<CXrefPanelCtrlItem*>& items)
@@ -100,13 +135,13 @@ DemoPanel::~DemoPanel()
     DeleteAllItems();
 }
 
-bool DemoPanel::Open(const SampleProject& project, QWidget* parent)
+bool DemoPanel::Open(const XrefDocument& document, QWidget* parent)
 {
     // The panel makes the tool bar's window, lays out its children and passes the tool bar's
     // commands on to OnMenuSelection and OnDisplayHelp.
     if (!Create(L"File References", QRect(0, 0, 900, 560), parent, 30000))
         return false;
-    fill(project);
+    fill(document);
 
     for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(GetListCtrl()),
                                     static_cast<QAbstractItemView*>(GetTreeCtrl())}) {
@@ -117,38 +152,29 @@ bool DemoPanel::Open(const SampleProject& project, QWidget* parent)
     GetToolBar()->EnablePathOperations(false);
     showMessage(QStringLiteral("%1 references in %2")
                     .arg(GetUniqueXrefCount())
-                    .arg(QFileInfo(project.HostDrawing()).fileName()));
+                    .arg(QFileInfo(document.Path()).fileName()));
     return true;
 }
 
-void DemoPanel::fill(const SampleProject& project)
+void DemoPanel::fill(const XrefDocument& document)
 {
     BeginUpdate();
-    auto* host = new DemoItem(*this, true);
-    InsertRootItem(*host);
-    host->SetText(wide(QFileInfo(project.HostDrawing()).completeBaseName()));
-    host->SetTypeIcon(RefStatus::NoIcon, QStringLiteral("HOSTDWG"));
-    host->SetType(L"Current");
-    host->SetReferenceStatus(RefStatus::Blank, Trove::FileDataStatus::Code0);
-    host->SetSavedPath(wide(QDir::toNativeSeparators(project.HostDrawing())));
-    describeFile(*host, project.HostDrawing());
-    host->SetTroveStateIconIndexListView(1);
-    host->SetTroveStateIconIndexTreeView(1);
-
     std::vector<DemoItem*> made;
-    for (const SampleReference& ref : project.References()) {
-        auto* item = new DemoItem(*this, false, ref.name == QLatin1String("Columns"));
-        const CXrefPanelCtrlItem& parent = ref.parent < 0 ? *host : *made[size_t(ref.parent)];
-        InsertItem(*item, parent, ref.sameFileAs < 0 ? nullptr : made[size_t(ref.sameFileAs)]);
-        item->SetText(wide(ref.name));
-        item->SetTypeIcon(ref.typeIcon);
-        item->SetReferenceStatus(ref.status, ref.code);
-        item->SetType(wide(ref.type));
-        item->SetSavedPath(wide(QDir::toNativeSeparators(ref.savedPath)));
-        if (!ref.foundAt.isEmpty())
-            describeFile(*item, ref.foundAt);
-        item->SetTroveStateIconIndexListView(ref.troveState);
-        item->SetTroveStateIconIndexTreeView(ref.troveState);
+    for (const Occurrence& occurrence : document.Occurrences()) {
+        const bool host = occurrence.parent < 0;
+        auto* item = new DemoItem(*this, host);
+        if (host) {
+            InsertRootItem(*item);
+            item->SetTypeIcon(RefStatus::NoIcon, QStringLiteral("HOSTDWG"));
+            item->SetType(L"Current");
+        } else {
+            InsertItem(*item, *made[size_t(occurrence.parent)],
+                       occurrence.sharedWith < 0 ? nullptr : made[size_t(occurrence.sharedWith)]);
+            item->SetTypeIcon(typeIconName(occurrence.reference.kind));
+            item->SetType(occurrence.reference.overlay ? L"Overlay" : L"Attach");
+        }
+        item->SetText(wide(occurrence.reference.name));
+        describe(*item, occurrence);
         made.push_back(item);
     }
     EndUpdate();
@@ -224,14 +250,6 @@ void DemoPanel::OnMenuSelection(Trove::MenuItems item,
     QString command = text == m_MenuItemstrings.end()
                           ? QStringLiteral("Command %1").arg(int(item))
                           : QString::fromStdWString(text->second).remove(QLatin1Char('&'));
-    // Reloading is the one command a demo can carry out: the files are all there.
-    if (item == Trove::MenuItems::ReloadAllXRefs) {
-        BeginUpdate();
-        for (CXrefPanelCtrlItem* each : items.empty() ? GetChildren(*GetRootItem()) : items)
-            if (!each->GetFoundAt().empty())
-                each->SetReferenceStatus(RefStatus::Blank, Trove::FileDataStatus::Code1);
-        EndUpdate();
-    }
     showMessage(items.empty() ? command : QStringLiteral("%1: %2").arg(command, names(items)));
 }
 

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "SampleProject.h"
-
 #include "panel/XrefPanelCtrl.h"
 
 #include <memory>
 
 class QAbstractItemView;
+class XrefDocument;
 
 /// The demo's host side of the panel: it answers the panel's questions and acts on its commands
 /// the way a CAD application would (for the few that make sense without one).
@@ -16,8 +15,8 @@ public:
     DemoPanel();
     ~DemoPanel() override;
 
-    /// Creates the panel inside @p parent and fills it with the references of @p project.
-    bool Open(const SampleProject& project, QWidget* parent);
+    /// Creates the panel inside @p parent and fills it with the references of @p document.
+    bool Open(const XrefDocument& document, QWidget* parent);
     /// Shows the tree view instead of the list view.
     void ShowTree(bool tree);
     /// Selects the first reference named @p name in the view in front.
@@ -53,7 +52,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void fill(const SampleProject& project);
+    void fill(const XrefDocument& document);
     void selectionChanged(QAbstractItemView* view);
     CXrefPanelCtrlItem* itemAt(QAbstractItemView* view, const QPoint& viewportPos) const;
     void showMessage(const QString& text);
