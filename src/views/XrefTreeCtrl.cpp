@@ -449,11 +449,6 @@ void CXrefTreeCtrl::keyPressEvent(QKeyEvent* event)
         event->accept();
         return;
     }
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Escape:
-        setFocus(Qt::OtherFocusReason);
-        break;
     default:
         break;
     }
@@ -550,6 +545,7 @@ bool CXrefTreeCtrl::edit(const QModelIndex& index, EditTrigger trigger, QEvent* 
     QWidget* editor = indexWidget(target);
     m_labelEdit->editor = editor;
     if (editor) {
+        editor->installEventFilter(this);
         // A node removed under the editor takes the editor along without closing it.
         connect(editor, &QObject::destroyed, this, [this, editor] {
             if (m_labelEdit && (!m_labelEdit->editor || m_labelEdit->editor == editor))
@@ -583,6 +579,31 @@ void CXrefTreeCtrl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditH
             return;
     }
     QTreeView::closeEditor(editor, hint);
+}
+
+bool CXrefTreeCtrl::eventFilter(QObject* watched, QEvent* event)
+{
+    const QEvent::Type type = event->type();
+    if (!m_labelEdit || watched != m_labelEdit->editor ||
+        (type != QEvent::KeyPress && type != QEvent::ShortcutOverride))
+        return QTreeView::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Escape)
+        return QTreeView::eventFilter(watched, event);
+    // Enter and Escape belong to the rename, not to the host's shortcuts. The rename ends here,
+    // with the key, rather than through the delegate's posted commit: a posted end could arrive
+    // after the next rename began and close that one instead.
+    event->accept();
+    if (type == QEvent::ShortcutOverride)
+        return true;
+    QWidget* editor = m_labelEdit->editor;
+    if (key == Qt::Key_Escape) {
+        closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+    } else {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::SubmitModelCache);
+    }
+    return true;
 }
 
 void CXrefTreeCtrl::endLabelEdit(std::optional<QString> text)

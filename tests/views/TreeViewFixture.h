@@ -104,8 +104,7 @@ protected:
         panel = MockXrefPanel::Created();
         tree = panel->GetTreeCtrl();
         panel->resize(400, 600);
-        tree->setGeometry(0, 0, 400, 600);
-        tree->show();
+        panel->SetReferenceViewType(CXrefPanelCtrl::FileReferenceViewType::TreeView);
         panel->show();
         panel->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(panel.get()));
