@@ -192,7 +192,6 @@ TEST_F(TreeRenameTest, anEndedRenameIsReportedAndTheLabelStaysForThePanelToChang
     editor->selectAll();
     QTest::keyClicks(editor, QStringLiteral("Gamma"));
     QTest::keyClick(editor, Qt::Key_Return);
-    QCoreApplication::processEvents(); // the editor's delegate ends the edit posted
     EXPECT_EQ(log->Take(), QStringList{"edited 0 Alpha Gamma"});
     EXPECT_EQ(Label(), QStringLiteral("Alpha"));
     EXPECT_FALSE(tree->IsEditingLabel());
@@ -201,7 +200,6 @@ TEST_F(TreeRenameTest, anEndedRenameIsReportedAndTheLabelStaysForThePanelToChang
     QTest::keyClick(tree, Qt::Key_F2);
     ASSERT_NE(Editor(), nullptr);
     QTest::keyClick(Editor(), Qt::Key_Return);
-    QCoreApplication::processEvents(); // the editor's delegate ends the edit posted
     EXPECT_EQ(log->Take(), (QStringList{"starting 0 Alpha", "edited 0 Alpha Alpha"}));
 
     // So is the focus going elsewhere.
@@ -222,11 +220,9 @@ TEST_F(TreeRenameTest, hostShortcutsOnEnterAndEscapeDoNotTakeTheKeysFromTheRenam
     QTest::keyClick(tree, Qt::Key_F2);
     ASSERT_NE(Editor(), nullptr);
     QTest::keyClick(Editor(), Qt::Key_Return);
-    QCoreApplication::processEvents(); // the editor's delegate ends the edit posted
     QTest::keyClick(tree, Qt::Key_F2);
     ASSERT_NE(Editor(), nullptr);
     QTest::keyClick(Editor(), Qt::Key_Escape);
-    QCoreApplication::processEvents(); // the editor's delegate ends the edit posted
     EXPECT_EQ(fired, 0);
     EXPECT_EQ(log->Take(), (QStringList{"starting 0 Alpha", "edited 0 Alpha Alpha",
                                         "starting 0 Alpha", "aborted 0"}));
@@ -238,7 +234,6 @@ TEST_F(TreeRenameTest, escapeAbortsTheRename)
     ASSERT_NE(Editor(), nullptr);
     QTest::keyClicks(Editor(), QStringLiteral("Gamma"));
     QTest::keyClick(Editor(), Qt::Key_Escape);
-    QCoreApplication::processEvents(); // the editor's delegate ends the edit posted
     EXPECT_EQ(log->Take(), (QStringList{"starting 0 Alpha", "aborted 0"}));
     EXPECT_EQ(Label(), QStringLiteral("Alpha"));
 }
