@@ -209,6 +209,8 @@ private:
     // The panel links items to their rows and nodes; the tree unlinks them when nodes go.
     friend class CXrefPanelCtrl;
     friend struct ItemTreeLink;
+    // The list view sorts by the type-icon key and shows the rich tool tip.
+    friend struct ListItemAccess;
 
     std::wstring GetListViewSubItemText(ListViewColumn::Enum column) const;
     void SetListViewSubItemText(ListViewColumn::Enum column, const std::wstring& text);
