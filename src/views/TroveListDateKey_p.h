@@ -40,6 +40,9 @@ class KVXREFTROVEUI_TEST_EXPORT ValueKeys
 public:
     explicit ValueKeys(const QLocale& locale = QLocale());
     std::int64_t operator()(std::int64_t msecs) const;
+    /// False in a locale whose texts the shortcut cannot predict: every key then writes and
+    /// reads the text, slowly but right.
+    bool UsesShortcut() const { return m_trusted; }
 
 private:
     QLocale m_locale;
