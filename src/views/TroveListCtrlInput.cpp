@@ -3,6 +3,7 @@
 #include "views/TroveListCtrl.h"
 
 #include "host/KvToolTipService.h"
+#include "items/TroveListCtrlItem.h"
 #include "panel/ListViewColumn.h"
 #include "views/TroveListCtrl_p.h"
 #include "views/TroveListModel_p.h"
@@ -71,10 +72,10 @@ CTroveListCtrl::ItemList CTroveListCtrl::GetSelectedItems() const
 {
     ItemList items;
     items.reserve(std::size_t(d->model->SelectedCount()));
-    for (int row : d->model->SelectedRows()) {
-        if (CXrefPanelCtrlItem* item = ItemOfRow(row))
-            items.push_back(item);
-    }
+    d->model->ForEachSelected([&items](int, const CTroveListCtrlItem* record) {
+        if (record && !record->Items().empty())
+            items.push_back(*record->Items().begin());
+    });
     return items;
 }
 

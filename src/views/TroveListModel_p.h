@@ -112,6 +112,18 @@ public:
             emit rowSelectionChanged();
     }
     int SelectedCount() const { return m_selectedCount; }
+    /// Calls @p visit(row, record) for each selected row, in ascending order.
+    template <typename Visit> void ForEachSelected(Visit visit) const
+    {
+        int row = 0;
+        int left = m_selectedCount;
+        for (auto it = m_rows.begin(); left > 0 && it != m_rows.end(); ++it, ++row) {
+            if (it->IsSelected()) {
+                visit(row, it->data);
+                --left;
+            }
+        }
+    }
     /// The selected rows in ascending order.
     std::vector<int> SelectedRows() const;
     /// The first and the last selected row, or -1.

@@ -27,22 +27,42 @@ const QCollator& collator()
     return Util::NaturalCollator(1);
 }
 
+// How many rows ahead a pass asks for the memory it will need.
+constexpr std::size_t kAhead = 16;
+
+void prefetch(const void* address)
+{
+    if (address)
+        __builtin_prefetch(address);
+}
+
 int sign(std::int64_t value)
 {
     return (value > 0) - (value < 0);
 }
 
 // Sorts the entries by @p compare (negative, zero, positive), reversed when descending; equal
-// entries keep their order.
+// entries keep their order. The entries are in row order to begin with, so the row breaks ties
+// and a plain sort gives the stable result without a merge buffer.
 template <typename Compare>
 void sortEntries(std::vector<CTroveListSorter::Entry>& entries, bool ascending, Compare compare)
 {
-    if (ascending)
-        std::stable_sort(entries.begin(), entries.end(),
-                         [&](const auto& a, const auto& b) { return compare(a, b) < 0; });
-    else
-        std::stable_sort(entries.begin(), entries.end(),
-                         [&](const auto& a, const auto& b) { return compare(a, b) > 0; });
+    const int direction = ascending ? 1 : -1;
+    std::sort(entries.begin(), entries.end(), [&](const auto& a, const auto& b) {
+        const int order = compare(a, b) * direction;
+        return order != 0 ? order < 0 : a.row < b.row;
+    });
+}
+
+// The date rule is not a strict order (a chain of differences under half a second can span
+// more), so its sort must not rely on one: a merge sort stays within bounds whatever it is told.
+template <typename Compare>
+void stableSortEntries(std::vector<CTroveListSorter::Entry>& entries, bool ascending,
+                       Compare compare)
+{
+    const int direction = ascending ? 1 : -1;
+    std::stable_sort(entries.begin(), entries.end(),
+                     [&](const auto& a, const auto& b) { return compare(a, b) * direction < 0; });
 }
 
 // Ranks for a set of distinct texts, equal texts sharing one.
@@ -83,15 +103,24 @@ std::vector<int> CTroveListSorter::Order(int column, bool ascending, int seconda
         return order;
     }
 
-    // One pass over the rows and their items: which rows take part, and the items' keys.
+    // Which rows take part, from their items. Records and items lie anywhere in the heap;
+    // fetching them a few rows ahead keeps the passes from waiting on each one in turn.
+    std::vector<const CTroveListCtrlItem*> records(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row)
+        records[std::size_t(row)] = rows[row].data;
     m_items.assign(std::size_t(count), nullptr);
+    for (std::size_t row = 0; row < records.size(); ++row) {
+        if (row + kAhead < records.size())
+            prefetch(records[row + kAhead]);
+        const CTroveListCtrlItem* record = records[row];
+        m_items[row] = record && !record->Items().empty() ? *record->Items().begin() : nullptr;
+    }
     std::vector<Entry> entries;
     entries.reserve(std::size_t(count));
     for (int row = 0; row < count; ++row) {
-        const CTroveListCtrlItem* record = rows[row].data;
-        const CXrefPanelCtrlItem* item =
-            record && !record->Items().empty() ? *record->Items().begin() : nullptr;
-        m_items[std::size_t(row)] = item;
+        if (std::size_t(row) + kAhead < m_items.size())
+            prefetch(m_items[std::size_t(row) + kAhead]);
+        const CXrefPanelCtrlItem* item = m_items[std::size_t(row)];
         if (!item || !item->IsSortItem()) {
             order.push_back(row);
             continue;
@@ -138,7 +167,7 @@ std::vector<int> CTroveListSorter::Order(int column, bool ascending, int seconda
     }
 
     if (column == Col::Date) {
-        sortEntries(entries, ascending, [](const Entry& a, const Entry& b) {
+        stableSortEntries(entries, ascending, [](const Entry& a, const Entry& b) {
             return TroveListDateKey::Compare(a.key, b.key);
         });
     } else if (thenBySecondary) {
