@@ -101,9 +101,11 @@ bool CTroveListCtrlPrivate::troveLoggedIn()
 
 int CTroveListCtrlPrivate::rowHeight() const
 {
-    if (model->rowCount() == 0)
-        return std::max(1, q.sizeHintForRow(0));
-    return std::max(1, q.rowHeight(model->index(0, 0)));
+    // Rows are laid out lazily; before that the delegate's height is the row height.
+    int height = model->rowCount() > 0 ? q.visualRect(model->index(0, 0)).height() : 0;
+    if (height <= 0)
+        height = q.itemDelegate()->sizeHint(QStyleOptionViewItem(), QModelIndex()).height();
+    return std::max(1, height);
 }
 
 int CTroveListCtrlPrivate::specialRow() const

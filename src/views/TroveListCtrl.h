@@ -27,7 +27,7 @@ class CXrefPanelCtrlItem;
 ///
 /// The list decides nothing about references: every gesture becomes one of its eight signals,
 /// raised synchronously, which the panel connects. Points in signals are in the coordinates of
-/// the list widget itself (header included), never of its viewport.
+/// the list widget itself (header included), never of its viewport (design.md, decision 5).
 ///
 /// Rows are records in CTroveListModel, and each row keeps its own selected state: Qt's
 /// selection model is not used (it stays empty), and the list's own gestures replace Qt's.
@@ -91,7 +91,7 @@ public:
     bool GetSelectionOrigin() const;
     /// While set, the list raises no ItemsSelected: the panel sets it around the selections it
     /// makes itself. The next mouse or key press in the list clears it, so that what the user
-    /// does is always reported.
+    /// does is always reported (design.md, decision 6).
     void SetIgnoreSelectionNotifications(bool ignore);
     bool GetIgnoreSelectionNotifications() const;
 

@@ -91,6 +91,16 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
                                m_list.Model().CellText(index.row(), column));
         break;
     }
+    // The focused row shows its focus on the name cell, where its selection shows.
+    if ((opt.state & QStyle::State_HasFocus) && column == Col::ReferenceName) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(opt);
+        focus.backgroundColor = opt.palette.color(
+            (opt.state & QStyle::State_Selected) ? QPalette::Highlight : QPalette::Base);
+        const QWidget* widget = opt.widget;
+        QStyle* style = widget ? widget->style() : QApplication::style();
+        style->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, widget);
+    }
 }
 
 QSize CTroveListDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
