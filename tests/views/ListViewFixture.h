@@ -8,6 +8,7 @@
 #include "support/ScopedOverrides.h"
 #include "support/TestXrefItem.h"
 
+#include "host/KvToolTipService.h"
 #include "items/TroveListCtrlItem.h"
 #include "panel/ListViewColumn.h"
 #include "services/RmxImageSettings.h"
@@ -102,6 +103,9 @@ protected:
         QTest::keyRelease(&list(), Qt::Key_Control);
         panel->DeleteAllItems();
         panel.reset();
+        // Moves over the rows show the host's rich tip; its window must go while the
+        // application still can take it down.
+        delete KvToolTipService::Instance()->Popup();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
