@@ -405,6 +405,9 @@ void CTroveListCtrl::keyPressEvent(QKeyEvent* event)
 {
     d->ignoreSelectionNotifications = false;
     d->originFlag = false;
+    // The host row's highlight depends on Shift and Ctrl being held.
+    if (event->key() == Qt::Key_Shift || event->key() == Qt::Key_Control)
+        viewport()->update();
     switch (event->key()) {
     case Qt::Key_F2:
         if (d->model->SelectedCount() == 1)
@@ -453,6 +456,8 @@ void CTroveListCtrl::keyReleaseEvent(QKeyEvent* event)
     if (((key == Qt::Key_Shift || key == Qt::Key_Control) && d->pending) || key == Qt::Key_Up ||
         key == Qt::Key_Down)
         d->notifySelection(heldAfterRelease(*event));
+    if (key == Qt::Key_Shift || key == Qt::Key_Control)
+        viewport()->update();
     d->originFlag = true;
     event->accept();
 }
