@@ -63,18 +63,17 @@ std::int64_t shortcut(std::int64_t msecs, bool twoDigitYear, std::int64_t unit)
     const std::int64_t day = floorDiv(msecs, kMsecsPerDay);
     std::int64_t inDay = msecs - day * kMsecsPerDay;
     inDay -= inDay % unit;
-    QDate date = QDate::fromJulianDay(day);
-    if (twoDigitYear) {
-        const int yy = ((date.year() % 100) + 100) % 100;
-        int year = 1900 + yy;
-        // 29 February of 1900 does not exist: such a text cannot be read at all.
-        if (!QDate::isValid(year, date.month(), date.day()))
-            return ZeroKey();
-        if (year < 1930)
-            year += 100;
-        date = QDate(year, date.month(), date.day());
-    }
-    return date.toJulianDay() * kMsecsPerDay + inDay;
+    if (!twoDigitYear)
+        return day * kMsecsPerDay + inDay;
+    const QDate date = QDate::fromJulianDay(day);
+    const int yy = ((date.year() % 100) + 100) % 100;
+    int year = 1900 + yy;
+    // 29 February of 1900 does not exist: such a text cannot be read at all.
+    if (!QDate::isValid(year, date.month(), date.day()))
+        return ZeroKey();
+    if (year < 1930)
+        year += 100;
+    return QDate(year, date.month(), date.day()).toJulianDay() * kMsecsPerDay + inDay;
 }
 
 std::int64_t roundTrip(std::int64_t msecs, const QLocale& locale)

@@ -65,6 +65,24 @@ void stableSortEntries(std::vector<CTroveListSorter::Entry>& entries, bool ascen
                      [&](const auto& a, const auto& b) { return compare(a, b) * direction < 0; });
 }
 
+// Whether the date rule comes down to comparing the keys: whole seconds apart, and never so far
+// apart that the rule's 32-bit wrap of the seconds could make two dates equal. Then the dates
+// sort like any other keys; otherwise by the rule itself.
+bool wholeSecondsWithinRange(const std::vector<CTroveListSorter::Entry>& entries)
+{
+    if (entries.empty())
+        return true;
+    std::int64_t low = entries.front().key;
+    std::int64_t high = low;
+    for (const auto& e : entries) {
+        if (e.key % 1000 != 0)
+            return false;
+        low = std::min(low, e.key);
+        high = std::max(high, e.key);
+    }
+    return (high - low) / 1000 < (std::int64_t(1) << 32);
+}
+
 // Ranks for a set of distinct texts, equal texts sharing one.
 std::vector<std::uint32_t> rankTexts(const std::vector<QString>& texts)
 {
@@ -166,7 +184,7 @@ std::vector<int> CTroveListSorter::Order(int column, bool ascending, int seconda
         break;
     }
 
-    if (column == Col::Date) {
+    if (column == Col::Date && !wholeSecondsWithinRange(entries)) {
         stableSortEntries(entries, ascending, [](const Entry& a, const Entry& b) {
             return TroveListDateKey::Compare(a.key, b.key);
         });

@@ -274,6 +274,19 @@ TEST_F(ListSortTest, datesSortAsTheirTextsReadInTheUsersLocale)
     EXPECT_EQ(rowNames(), Names({L"y1925", L"y2024", L"y1999", L"Host", L"leap2000", L"text"}));
 }
 
+TEST_F(ListSortTest, datesWithFractionsFollowTheHalfSecondRule)
+{
+    std::vector<TestXrefItem*> items = Fill({L"later", L"early", L"last"});
+    // 0.6 s apart: that rounds to a whole second, so they differ.
+    items[0]->SetProperty(Trove::XrefProperties::Date, L"2023-01-01T10:00:00.900");
+    items[1]->SetProperty(Trove::XrefProperties::Date, L"2023-01-01T10:00:00.300");
+    items[2]->SetProperty(Trove::XrefProperties::Date, L"2023-01-01T10:00:05.000");
+    root->SetProperty(Trove::XrefProperties::Date, L"2023-01-01T10:00:05.400");
+    sortBy(Column::Date, true);
+    EXPECT_EQ(rowNames(), Names({L"early", L"later", L"Host", L"last"}))
+        << "Host and last are 0.4 s apart: equal, in the order they were";
+}
+
 TEST(ListDateKey, differencesCountInWholeSecondsRoundedHalfAway)
 {
     using TroveListDateKey::Compare;
