@@ -210,7 +210,9 @@ void BM_ListHeaderClick(benchmark::State& state)
 {
     ListBench& bench = listBench();
     const int column = int(state.range(0));
-    bench.clickHeader(column);
+    // The first click ranks the column's texts; the next ones find the heap warmed up.
+    for (int click = 0; click < 3; ++click)
+        bench.clickHeader(column);
     for (auto _ : state) {
         bench.clickHeader(column);
         paint(bench.list());
