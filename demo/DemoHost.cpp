@@ -143,12 +143,13 @@ bool DemoPanel::Open(const XrefDocument& document, QWidget* parent)
         return false;
     fill(document);
 
-    for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(GetListCtrl()),
-                                    static_cast<QAbstractItemView*>(GetTreeCtrl())}) {
-        connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-                [this, view] { selectionChanged(view); });
-        view->viewport()->installEventFilter(this);
-    }
+    // The list reports its selection itself; the tree does not yet.
+    connect(GetListCtrl(), &CTroveListCtrl::ItemsSelected, this,
+            [this] { selectionChanged(GetListCtrl()); });
+    connect(GetTreeCtrl()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { selectionChanged(GetTreeCtrl()); });
+    GetTreeCtrl()->viewport()->installEventFilter(this);
+    GetListCtrl()->viewport()->installEventFilter(this);
     GetToolBar()->EnablePathOperations(false);
     showMessage(QStringLiteral("%1 references in %2")
                     .arg(GetUniqueXrefCount())
@@ -200,18 +201,30 @@ void DemoPanel::SelectByName(const QString& name)
     const QModelIndexList found =
         view->model()->match(view->model()->index(0, tree ? 0 : int(ListViewColumn::ReferenceName)),
                              Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive);
-    if (!found.isEmpty())
+    if (found.isEmpty())
+        return;
+    if (tree)
         view->selectionModel()->select(found.first(), QItemSelectionModel::ClearAndSelect |
                                                           QItemSelectionModel::Rows);
+    else if (CXrefPanelCtrlItem* item = GetListCtrl()->ItemFromIndex(found.first()))
+        GetListCtrl()->SelectItem(*item);
 }
 
 QWidget* DemoPanel::ShowSelectedToolTip()
 {
     QAbstractItemView* view = frontView();
-    const QModelIndexList selected = view->selectionModel()->selectedIndexes();
-    if (selected.isEmpty())
+    QModelIndex first;
+    if (view == GetTreeCtrl()) {
+        const QModelIndexList selected = view->selectionModel()->selectedIndexes();
+        if (!selected.isEmpty())
+            first = selected.first();
+    } else if (!GetListCtrl()->GetSelectedItems().empty()) {
+        first = GetListCtrl()->IndexFromItem(*GetListCtrl()->GetSelectedItems().front(),
+                                             int(ListViewColumn::ReferenceName));
+    }
+    if (!first.isValid())
         return nullptr;
-    const QRect cell = view->visualRect(selected.first());
+    const QRect cell = view->visualRect(first);
     QHelpEvent hover(QEvent::ToolTip, cell.center(), view->viewport()->mapToGlobal(cell.center()));
     eventFilter(view->viewport(), &hover);
     return KvToolTipService::Instance()->IsShowing() ? KvToolTipService::Instance()->Popup()

@@ -210,6 +210,8 @@ private:
     friend class CXrefPanelCtrl;
     friend struct ItemTreeLink;
     friend struct ItemToolTip;
+    // The list view sorts by the type-icon key and shows the rich tool tip.
+    friend struct ListItemAccess;
 
     std::wstring GetListViewSubItemText(ListViewColumn::Enum column) const;
     void SetListViewSubItemText(ListViewColumn::Enum column, const std::wstring& text);

@@ -1,12 +1,50 @@
 #include "views/TroveListDelegate_p.h"
 
+#include "framework/Win32Types.h"
+#include "items/XrefPanelCtrlItem.h"
+#include "panel/ListViewColumn.h"
 #include "views/ItemPainting_p.h"
 #include "views/TroveListCtrl.h"
+#include "views/TroveListCtrl_p.h"
 #include "views/TroveListModel_p.h"
+
+namespace {
+
+using Col = Trove::ListViewColumn;
+
+} // namespace
 
 CTroveListDelegate::CTroveListDelegate(CTroveListCtrl& list)
     : QStyledItemDelegate(&list), m_list(list)
 {}
+
+QStyleOptionViewItem CTroveListDelegate::cellOption(const QStyleOptionViewItem& option,
+                                                    const QModelIndex& index,
+                                                    const CTroveListRow& row) const
+{
+    const CTroveListCtrlPrivate& d = *m_list.d;
+    QStyleOptionViewItem opt(option);
+    // Only the name cell shows that a row is selected. The host drawing's row, while the user
+    // is logged out, does not even there once it is part of a growing or multiple selection.
+    bool highlight = row.IsSelected() && index.column() == Col::ReferenceName;
+    if (highlight && !d.paintState.loggedIn && index.row() == d.specialRow() &&
+        (d.paintState.shiftOrCtrl || d.model->SelectedCount() > 1))
+        highlight = false;
+    opt.state.setFlag(QStyle::State_Selected, highlight);
+
+    // Drawings with their own titles give their rows the item's colour and font.
+    if (d.paintState.titled) {
+        if (const CXrefPanelCtrlItem* item = m_list.ItemOfRow(index.row())) {
+            if (!item->UseDefaultColor())
+                opt.palette.setColor(QPalette::Text, ToQColor(item->GetItemTextColor()));
+            if (!item->UseDefaultFont()) {
+                opt.font = ToQFont(item->GetListCtrlItemTextFont(), opt.font);
+                opt.fontMetrics = QFontMetrics(opt.font);
+            }
+        }
+    }
+    return opt;
+}
 
 void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                const QModelIndex& index) const
@@ -16,7 +54,7 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
         return;
     // The record is read directly rather than through initStyleOption, which would format the
     // size and date texts of every painted cell twice.
-    const QStyleOptionViewItem& opt = option;
+    const QStyleOptionViewItem opt = cellOption(option, index, *row);
     ItemPainting::DrawBackground(painter, opt);
 
     const int column = index.column();
@@ -26,17 +64,17 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const int centredLeft = cell.left() + (cell.width() - iconSize.width()) / 2;
     const CZuUiImageList* itemImages = m_list.ItemImageList();
     switch (column) {
-    case 0:
+    case Col::TroveState:
         m_list.StateImageList().DrawState(*painter, row->StateImage(),
                                           ItemPainting::IconRect(cell, centredLeft));
         break;
-    case CTroveListModel::kTypeIconColumn:
+    case Col::TypeIcon:
         // The badge belongs to the type icon: a row without one shows neither, as in the tree.
         if (row->typeImage >= 0 && itemImages)
             itemImages->Draw(*painter, row->typeImage, ItemPainting::IconRect(cell, centredLeft),
                              row->Overlay());
         break;
-    case CTroveListModel::kStatusColumn: {
+    case Col::Status: {
         int left = cell.left() + margin;
         if (row->statusImage >= 0) {
             if (itemImages)
@@ -52,6 +90,16 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
         ItemPainting::DrawText(painter, opt, cell.adjusted(margin, 0, -margin, 0),
                                m_list.Model().CellText(index.row(), column));
         break;
+    }
+    // The focused row shows its focus on the name cell, where its selection shows.
+    if ((opt.state & QStyle::State_HasFocus) && column == Col::ReferenceName) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(opt);
+        focus.backgroundColor = opt.palette.color(
+            (opt.state & QStyle::State_Selected) ? QPalette::Highlight : QPalette::Base);
+        const QWidget* widget = opt.widget;
+        QStyle* style = widget ? widget->style() : QApplication::style();
+        style->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, widget);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "util/DateTime.h"
 #include "util/FormatMsg.h"
 #include "views/ChangeCoalescer_p.h"
+#include "views/TroveListDateKey_p.h"
 
 #include <algorithm>
 #include <numeric>
@@ -14,22 +15,9 @@ namespace {
 
 using Col = Trove::ListViewColumn;
 
-constexpr std::int64_t kMsecsPerDay = 86400000;
 // Status and type texts repeat across rows, so rows keep a small index into one table of them.
 // The table is bounded; texts beyond it are kept in the row itself.
 constexpr int kMaxSharedTexts = 4096;
-
-std::int64_t toMsecs(const Util::DateTime& date)
-{
-    return date.Date().toJulianDay() * kMsecsPerDay + date.Time().msecsSinceStartOfDay();
-}
-
-Util::DateTime fromMsecs(std::int64_t msecs)
-{
-    const std::int64_t day = msecs / kMsecsPerDay;
-    return Util::DateTime(QDate::fromJulianDay(day),
-                          QTime::fromMSecsSinceStartOfDay(int(msecs - day * kMsecsPerDay)));
-}
 
 // Index of a free text column in CTroveListRow::otherTexts, or -1.
 int otherTextSlot(int column)
@@ -152,6 +140,10 @@ bool CTroveListModel::RemoveRow(int row)
 {
     if (row < 0 || row >= int(m_rows.size()) || !m_rows[row].data)
         return false;
+    if (m_rows[row].IsSelected()) {
+        m_rows[row].flags &= ~CTroveListRow::Selected;
+        --m_selectedCount;
+    }
     if (m_removalDepth > 0) {
         m_rows[row].data->m_row = -1;
         m_rows[row].data = nullptr;
@@ -184,6 +176,7 @@ void CTroveListModel::RemoveAllRows()
     m_rows.clear();
     m_announcedRows = 0;
     m_removedRows = 0;
+    m_selectedCount = 0;
     m_sharedTexts = QStringList{QString()};
     m_sharedTextIds.clear();
     endResetModel();
@@ -220,7 +213,7 @@ QString CTroveListModel::CellText(int row, int column) const
         return r->typeText ? m_sharedTexts[r->typeText] : otherText(*r, column);
     case Col::Date:
         if (r->dateKind == CTroveListRow::CellKind::Value)
-            return fromMsecs(r->dateMsecs).ToString(QStringLiteral("G"));
+            return TroveListDateKey::FromMsecs(r->dateMsecs).ToString(QStringLiteral("G"));
         return otherText(*r, column);
     case Col::SavedPath:
         return r->savedPath;
@@ -237,6 +230,7 @@ bool CTroveListModel::SetCellText(int row, int column, const QString& text)
     switch (column) {
     case Col::ReferenceName:
         r.name = text;
+        r.flags |= CTroveListRow::NameRankStale;
         break;
     case Col::Status:
     case Col::Type: {
@@ -247,14 +241,18 @@ bool CTroveListModel::SetCellText(int row, int column, const QString& text)
     }
     case Col::SavedPath:
         r.savedPath = text;
+        r.flags |= CTroveListRow::PathRankStale;
         break;
     default: {
         if (column == Col::Size)
             r.sizeKind =
                 text.isEmpty() ? CTroveListRow::CellKind::Empty : CTroveListRow::CellKind::Text;
-        else if (column == Col::Date)
+        else if (column == Col::Date) {
             r.dateKind =
                 text.isEmpty() ? CTroveListRow::CellKind::Empty : CTroveListRow::CellKind::Text;
+            // The text is read as a date once, here; sorting uses what it gave.
+            r.dateMsecs = TroveListDateKey::FromText(text);
+        }
         setOtherText(r, column, text);
         break;
     }
@@ -283,7 +281,7 @@ bool CTroveListModel::SetCellDate(int row, const Util::DateTime& date)
     if (!date.IsValid())
         return SetCellText(row, Col::Date, QString());
     CTroveListRow& r = m_rows[row];
-    r.dateMsecs = toMsecs(date);
+    r.dateMsecs = TroveListDateKey::ToMsecs(date);
     r.dateKind = CTroveListRow::CellKind::Value;
     if (r.otherTexts)
         (*r.otherTexts)[otherTextSlot(Col::Date)].clear();
@@ -346,21 +344,48 @@ void CTroveListModel::SortRows(
     const std::function<bool(const CTroveListRow&, const CTroveListRow&)>& lessThan)
 {
     dropRemovedRows();
-    announceRows();
-    const int count = int(m_rows.size());
-    if (count < 2)
-        return;
-    std::vector<int> order(count);
+    std::vector<int> order(m_rows.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(),
                      [&](int a, int b) { return lessThan(m_rows[a], m_rows[b]); });
+    ApplyOrder(order);
+}
 
+bool CTroveListModel::ApplyOrder(const std::vector<int>& order)
+{
+    dropRemovedRows();
+    announceRows();
+    const int count = int(m_rows.size());
+    if (int(order.size()) != count)
+        return false;
+    std::vector<int> newRowOf(count, -1);
+    bool identity = true;
+    for (int i = 0; i < count; ++i) {
+        const int from = order[i];
+        if (from < 0 || from >= count || newRowOf[from] >= 0)
+            return false;
+        newRowOf[from] = i;
+        identity = identity && from == i;
+    }
+    if (identity)
+        return true;
+
+    // Pending cell announcements name rows by their old places.
+    FlushChanges();
     emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
-    std::vector<int> newRowOf(count);
+    // The rows are read in their new order and written one after the other. The rows and their
+    // records lie all over the heap: asking for them a few rows ahead keeps the pass from
+    // waiting on each one in turn.
+    constexpr int kAhead = 16;
     std::deque<CTroveListRow> sorted;
     for (int i = 0; i < count; ++i) {
-        newRowOf[order[i]] = i;
-        sorted.push_back(std::move(m_rows[order[i]]));
+        if (i + kAhead < count)
+            __builtin_prefetch(&m_rows[order[std::size_t(i + kAhead)]]);
+        if (i + kAhead / 2 < count) {
+            if (const CTroveListCtrlItem* ahead = m_rows[order[std::size_t(i + kAhead / 2)]].data)
+                __builtin_prefetch(ahead);
+        }
+        sorted.push_back(std::move(m_rows[order[std::size_t(i)]]));
         if (sorted.back().data)
             sorted.back().data->m_row = i;
     }
@@ -372,6 +397,76 @@ void CTroveListModel::SortRows(
         after.push_back(this->index(newRowOf[index.row()], index.column()));
     changePersistentIndexList(before, after);
     emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+    return true;
+}
+
+bool CTroveListModel::IsSelected(int row) const
+{
+    const CTroveListRow* r = Row(row);
+    return r && r->IsSelected();
+}
+
+bool CTroveListModel::SetSelected(int row, bool selected)
+{
+    if (row < 0 || row >= int(m_rows.size()) || !m_rows[row].data)
+        return false;
+    CTroveListRow& r = m_rows[row];
+    if (r.IsSelected() == selected)
+        return false;
+    r.flags ^= CTroveListRow::Selected;
+    m_selectedCount += selected ? 1 : -1;
+    emit rowSelectionChanged();
+    return true;
+}
+
+void CTroveListModel::SetRangeSelected(int first, int last, bool selected)
+{
+    first = std::max(first, 0);
+    last = std::min(last, int(m_rows.size()) - 1);
+    bool changed = false;
+    for (int row = first; row <= last; ++row) {
+        CTroveListRow& r = m_rows[row];
+        if (!r.data || r.IsSelected() == selected)
+            continue;
+        r.flags ^= CTroveListRow::Selected;
+        m_selectedCount += selected ? 1 : -1;
+        changed = true;
+    }
+    if (changed)
+        emit rowSelectionChanged();
+}
+
+std::vector<int> CTroveListModel::SelectedRows() const
+{
+    std::vector<int> rows;
+    rows.reserve(std::size_t(m_selectedCount));
+    for (int row = 0; row < int(m_rows.size()) && int(rows.size()) < m_selectedCount; ++row) {
+        if (m_rows[row].IsSelected())
+            rows.push_back(row);
+    }
+    return rows;
+}
+
+int CTroveListModel::FirstSelectedRow() const
+{
+    if (m_selectedCount == 0)
+        return -1;
+    for (int row = 0; row < int(m_rows.size()); ++row) {
+        if (m_rows[row].IsSelected())
+            return row;
+    }
+    return -1;
+}
+
+int CTroveListModel::LastSelectedRow() const
+{
+    if (m_selectedCount == 0)
+        return -1;
+    for (int row = int(m_rows.size()) - 1; row >= 0; --row) {
+        if (m_rows[row].IsSelected())
+            return row;
+    }
+    return -1;
 }
 
 void CTroveListModel::SetHeaderTexts(const QStringList& texts)

@@ -16,7 +16,7 @@ void SelectionBinding::Clear(CTroveListCtrl* list, CXrefTreeCtrl* tree)
 {
     if (tree && tree->selectionModel())
         tree->selectionModel()->clear();
-    if (list && list->selectionModel())
-        list->selectionModel()->clear();
+    if (list)
+        list->ClearSelection();
     m_items.clear();
 }
