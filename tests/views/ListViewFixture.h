@@ -84,10 +84,9 @@ protected:
     void SetUp() override
     {
         panel = MockXrefPanel::Created();
-        panel->resize(700, 400);
-        list().setParent(panel.get());
-        list().setGeometry(0, 0, 700, 400);
-        list().show();
+        // The panel lays the list out in its upper group; tall enough that ten rows leave
+        // empty space below them.
+        panel->resize(700, 900);
         panel->show();
         QApplication::setActiveWindow(panel.get());
         ASSERT_TRUE(QTest::qWaitForWindowActive(panel.get()));
@@ -162,6 +161,14 @@ protected:
                Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::mouseClick(list().viewport(), Qt::LeftButton, modifiers, at(row, column));
+    }
+    /// A point of the viewport below the last row.
+    QPoint emptySpace() const
+    {
+        auto& view = list();
+        const QPoint point(20, view.viewport()->height() - 5);
+        EXPECT_FALSE(view.indexAt(point).isValid()) << "the list is too short for empty space";
+        return point;
     }
     void clickAt(const QPoint& point, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
