@@ -228,7 +228,9 @@ bool CInPlaceFilePaths::IsAbsolute(const QString& path)
 
 bool CInPlaceFilePaths::IsWindowsPath(const QString& path)
 {
-    return path.startsWith(kBackslash) || (path.size() >= 2 && path.at(1) == QLatin1Char(':'));
+    // "/:a" is a path of this system whose first folder has a colon in its name, not a drive.
+    return path.startsWith(kBackslash) ||
+           (path.size() >= 2 && path.at(1) == QLatin1Char(':') && path.at(0) != kSlash);
 }
 
 QString CInPlaceFilePaths::FullPath(const QString& entry, const QString& folder)
