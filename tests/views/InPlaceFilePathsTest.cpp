@@ -175,6 +175,8 @@ INSTANTIATE_TEST_SUITE_P(
         FullPathCase{"\\\\server\\share\\a\\..\\b.dwg", "/data", "\\\\server\\share\\b.dwg"},
         FullPathCase{"\\\\server\\share\\..\\..", "/data", "\\\\server\\share"},
         FullPathCase{"\\Projects\\plan.dwg", "/data", "\\Projects\\plan.dwg"},
+        // After a leading backslash a colon is part of a name: "\:" is no drive.
+        FullPathCase{"\\:a\\..\\b", "/data", "\\b"},
         FullPathCase{"plan.dwg", "D:\\Site", "D:\\Site\\plan.dwg"},
         FullPathCase{"", "D:\\Site\\", "D:\\Site"}));
 

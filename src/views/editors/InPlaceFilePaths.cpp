@@ -49,7 +49,7 @@ QString tidyWindowsPath(const QString& path)
         pos = share < 0 ? int(p.size()) : share;
         prefix = p.left(pos);
         rooted = true;
-    } else if (p.size() >= 2 && p.at(1) == QLatin1Char(':')) {
+    } else if (p.size() >= 2 && p.at(1) == QLatin1Char(':') && p.at(0) != kBackslash) {
         prefix = p.left(2);
         pos = 2;
         rooted = p.size() > 2 && p.at(2) == kBackslash;
