@@ -2,7 +2,7 @@
 // or hang the reader. The bytes are written to a scratch file because the reader works on
 // files, as shortcuts are found on disk.
 //
-// Seeds: fuzz/corpus/shortcut_resolver.
+// Seeds: fuzz/corpus/fuzz_shortcut_resolver.
 
 #include "host/ShortcutResolver.h"
 

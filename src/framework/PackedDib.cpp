@@ -2,6 +2,7 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstring>
@@ -37,13 +38,31 @@ struct Channel
             ++bits;
     }
 
+    std::uint32_t raw(std::uint32_t pixel) const
+    {
+        const std::uint32_t max = bits >= 32 ? 0xFFFFFFFFu : ((1u << bits) - 1u);
+        return (pixel >> shift) & max;
+    }
+
+    // Narrow channels move up into the high bits and wide ones keep their top eight, as the
+    // display drivers and Qt's own reader do: 5-bit white is 248, not 255, so that pictures
+    // look the same here as in every other program.
     int value(std::uint32_t pixel) const
     {
         if (!bits)
             return 0;
-        const std::uint32_t v = (pixel & mask) >> shift;
+        const std::uint32_t v = raw(pixel);
+        return int(bits >= 8 ? v >> (bits - 8) : v << (8 - bits));
+    }
+
+    // Transparency is scaled to the full range instead: the largest value of any width is
+    // opaque, so a one-bit alpha of 1 must not turn into half transparency.
+    int alpha(std::uint32_t pixel) const
+    {
+        if (!bits)
+            return 255;
         const std::uint32_t max = bits >= 32 ? 0xFFFFFFFFu : ((1u << bits) - 1u);
-        return int((std::uint64_t(v) * 255u + max / 2) / max);
+        return int((std::uint64_t(raw(pixel)) * 255u + max / 2) / max);
     }
 };
 
@@ -98,16 +117,20 @@ bool decodeRle(const unsigned char* src, qint64 size, int bitCount, int width, i
 
 using Palette = std::array<QRgb, 256>;
 
-// The three colour masks of a 16- or 32-bit picture; all empty for the other bit counts.
+// The colour masks of a 16- or 32-bit picture; all empty for the other bit counts. The alpha
+// mask stays empty unless the header itself declares one.
 struct Masks
 {
     Channel red;
     Channel green;
     Channel blue;
+    Channel alpha;
+
+    bool hasAlpha() const { return alpha.bits != 0; }
 
     QRgb color(std::uint32_t pixel) const
     {
-        return qRgb(red.value(pixel), green.value(pixel), blue.value(pixel));
+        return qRgba(red.value(pixel), green.value(pixel), blue.value(pixel), alpha.alpha(pixel));
     }
 };
 
@@ -119,7 +142,7 @@ enum class PixelFormat {
     Masked16,
     Bgr24,
     Masked32,
-    Bgra32,
+    Bgrx32, // the fourth byte is unused
 };
 
 // What the header says about the pixels, once it has been checked against the buffers.
@@ -156,7 +179,7 @@ std::optional<PixelFormat> pixelFormat(int bitCount, std::uint32_t compression)
     case 32:
         if (compression == H::BitFields)
             return PixelFormat::Masked32;
-        return plain ? std::optional(PixelFormat::Bgra32) : std::nullopt;
+        return plain ? std::optional(PixelFormat::Bgrx32) : std::nullopt;
     default:
         return std::nullopt;
     }
@@ -217,18 +240,23 @@ bool readPalette(const BitmapInfoHeader& h, const QByteArray& block, Palette& pa
     return true;
 }
 
-// The colour masks: the three after the header of a bit-field picture, 5-5-5 for a plain 16-bit
-// one. Nullopt when a bit-field picture's masks run past the block.
+// The colour masks: 5-5-5 for a plain 16-bit picture; for a bit-field picture the three words at
+// byte 40, which follow a 40-byte header and are the first fields past it in the longer
+// headers. Only those longer headers (56 bytes and up) have room for an alpha mask, at byte 52;
+// a 40-byte header declares none, whatever the fourth byte of the pixels holds. Nullopt when
+// the masks run past the block.
 std::optional<Masks> readMasks(const BitmapInfoHeader& h, const QByteArray& block)
 {
     Masks masks;
     if (h.biCompression == BitmapInfoHeader::BitFields) {
-        if (qint64(h.biSize) + 12 > block.size())
+        if (BitmapInfoHeader::kMasksEnd > block.size())
             return std::nullopt;
-        const char* at = block.constData() + h.biSize;
+        const char* at = block.constData() + BitmapInfoHeader::kSize;
         masks.red = Channel(readU32(at));
         masks.green = Channel(readU32(at + 4));
         masks.blue = Channel(readU32(at + 8));
+        if (h.DeclaresAlphaMask() && BitmapInfoHeader::kAlphaMaskEnd <= block.size())
+            masks.alpha = Channel(readU32(at + 12));
     } else if (h.biBitCount == 16) {
         masks.red = Channel(0x7C00);
         masks.green = Channel(0x03E0);
@@ -269,26 +297,18 @@ void decodeMasked32Row(const unsigned char* src, int width, const Masks& masks, 
         dst[x] = masks.color(readU32(reinterpret_cast<const char*>(src + x * 4)));
 }
 
-// Returns whether any pixel of the row has a non-zero fourth byte.
-bool decodeBgra32Row(const unsigned char* src, int width, QRgb* dst)
+void decodeBgrx32Row(const unsigned char* src, int width, QRgb* dst)
 {
-    bool anyAlpha = false;
-    for (int x = 0; x < width; ++x) {
-        const int a = src[x * 4 + 3];
-        anyAlpha = anyAlpha || a != 0;
-        dst[x] = qRgba(src[x * 4 + 2], src[x * 4 + 1], src[x * 4], a);
-    }
-    return anyAlpha;
+    for (int x = 0; x < width; ++x)
+        dst[x] = qRgb(src[x * 4 + 2], src[x * 4 + 1], src[x * 4]);
 }
 
 // Decodes every row of @p rows into @p image, turning bottom-up pictures the right way up.
-// Returns whether any plain 32-bit pixel had a non-zero fourth byte.
-bool decodeRows(const Layout& layout, const unsigned char* rows, const Palette& palette,
+void decodeRows(const Layout& layout, const unsigned char* rows, const Palette& palette,
                 const Masks& masks, QImage& image)
 {
     const int width = layout.width;
     const int height = layout.height;
-    bool anyAlpha = false;
     for (int row = 0; row < height; ++row) {
         const unsigned char* src = rows + qint64(row) * layout.stride;
         auto* dst =
@@ -312,23 +332,11 @@ bool decodeRows(const Layout& layout, const unsigned char* rows, const Palette& 
         case PixelFormat::Masked32:
             decodeMasked32Row(src, width, masks, dst);
             break;
-        case PixelFormat::Bgra32:
-            if (decodeBgra32Row(src, width, dst))
-                anyAlpha = true;
+        case PixelFormat::Bgrx32:
+            decodeBgrx32Row(src, width, dst);
             break;
         }
     }
-    return anyAlpha;
-}
-
-void makeOpaque(QImage& image)
-{
-    for (int row = 0; row < image.height(); ++row) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(row));
-        for (int x = 0; x < image.width(); ++x)
-            line[x] |= 0xFF000000u;
-    }
-    image.reinterpretAsFormat(QImage::Format_RGB32);
 }
 
 } // namespace
@@ -399,9 +407,25 @@ PackedDib PackedDib::FromImage(const QImage& source)
     h.biBitCount = alpha ? 32 : 24;
     const qint64 stride = h.StrideBytes();
     h.biSizeImage = std::uint32_t(stride * image.height());
-    QByteArray bytes = h.Bytes();
-    bytes.resize(BitmapInfoHeader::kSize + qsizetype(h.biSizeImage), '\0');
-    char* bits = bytes.data() + BitmapInfoHeader::kSize;
+    QByteArray bytes;
+    if (alpha) {
+        h.biSize = BitmapInfoHeader::kV4Size;
+        h.biCompression = BitmapInfoHeader::BitFields;
+        bytes = h.Bytes();
+        bytes.resize(BitmapInfoHeader::kV4Size, '\0');
+        char* masks = bytes.data() + BitmapInfoHeader::kSize;
+        qToLittleEndian<std::uint32_t>(0x00FF0000u, masks);
+        qToLittleEndian<std::uint32_t>(0x0000FF00u, masks + 4);
+        qToLittleEndian<std::uint32_t>(0x000000FFu, masks + 8);
+        qToLittleEndian<std::uint32_t>(0xFF000000u, masks + 12);
+        // The colour space field: plain sRGB, so that no end points or gamma need to follow.
+        qToLittleEndian<std::uint32_t>(0x73524742u, masks + 16);
+    } else {
+        bytes = h.Bytes();
+    }
+    const qsizetype headerBytes = bytes.size();
+    bytes.resize(headerBytes + qsizetype(h.biSizeImage), '\0');
+    char* bits = bytes.data() + headerBytes;
     const int width = image.width();
     const int height = image.height();
     for (int row = 0; row < height; ++row) {
@@ -429,10 +453,10 @@ qint64 PackedDib::StandardBitsOffset() const
     const auto h = Header();
     if (!h)
         return -1;
-    qint64 offset = qint64(h->biSize) + qint64(h->ColorCount()) * 4;
-    if (h->biCompression == BitmapInfoHeader::BitFields && h->biSize == BitmapInfoHeader::kSize)
-        offset += 12;
-    return offset;
+    qint64 headerEnd = h->biSize;
+    if (h->biCompression == BitmapInfoHeader::BitFields)
+        headerEnd = std::max<qint64>(headerEnd, BitmapInfoHeader::kMasksEnd);
+    return headerEnd + qint64(h->ColorCount()) * 4;
 }
 
 QImage PackedDib::ToImage() const
@@ -470,15 +494,10 @@ QImage PackedDib::ToImage(const char* bitsData, qint64 bitsSize) const
         rows = expanded.data();
     }
 
-    const bool mayHaveAlpha = layout->format == PixelFormat::Bgra32;
     QImage image(layout->width, layout->height,
-                 mayHaveAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+                 masks->hasAlpha() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     if (image.isNull())
         return {};
-    const bool anyAlpha = decodeRows(*layout, rows, palette, *masks, image);
-    // The fourth byte of a plain 32-bit picture is usually unused padding; only when someone
-    // filled it is it taken as transparency.
-    if (mayHaveAlpha && !anyAlpha)
-        makeOpaque(image);
+    decodeRows(*layout, rows, palette, *masks, image);
     return image;
 }

@@ -12,6 +12,13 @@
 struct KVUIFRAMEWORK_EXPORT BitmapInfoHeader
 {
     static constexpr int kSize = 40;
+    /// End of the red, green and blue masks of a bit-field picture: they start at byte 40, right
+    /// after a 40-byte header or as the first fields past it in a longer one.
+    static constexpr int kMasksEnd = 52;
+    /// End of the alpha mask, which only headers of at least this size carry.
+    static constexpr int kAlphaMaskEnd = 56;
+    /// The size of the header FromImage writes for pictures with transparency.
+    static constexpr int kV4Size = 108;
     enum Compression : std::uint32_t { Rgb = 0, Rle8 = 1, Rle4 = 2, BitFields = 3 };
 
     std::uint32_t biSize = kSize;
@@ -36,6 +43,10 @@ struct KVUIFRAMEWORK_EXPORT BitmapInfoHeader
     int ColorCount() const;
     /// Bytes per stored row: padded to 32 bits. -1 when the width or bit count makes no sense.
     qint64 StrideBytes() const;
+    /// Whether the header is long enough to hold an alpha mask. Only then, and only for
+    /// bit-field pictures, can pixels carry transparency: the fourth byte of a plain 32-bit
+    /// pixel is unused.
+    bool DeclaresAlphaMask() const { return biSize >= std::uint32_t(kAlphaMaskEnd); }
 };
 
 /// A packed device-independent bitmap: header, colour table and pixels in one block, as drawing
@@ -53,7 +64,9 @@ public:
     PackedDib() = default;
     explicit PackedDib(QByteArray bytes) : m_bytes(std::move(bytes)) {}
 
-    /// A 24-bit (opaque images) or 32-bit bottom-up packed DIB of @p image.
+    /// A bottom-up packed DIB of @p image: 24 bits with a 40-byte header for opaque images;
+    /// for images with an alpha channel 32-bit bit fields with a 108-byte header that declares
+    /// the alpha mask, the one layout in which the format carries transparency.
     static PackedDib FromImage(const QImage& image);
 
     bool IsNull() const { return m_bytes.isEmpty(); }
@@ -61,7 +74,7 @@ public:
     std::optional<BitmapInfoHeader> Header() const;
 
     /// Where the pixels start when they follow the header: header size, colour table and, for
-    /// bit-field pictures with a 40-byte header, the three masks.
+    /// bit-field pictures whose header ends before them, the masks.
     qint64 StandardBitsOffset() const;
 
     /// The picture with its pixels where StandardBitsOffset says.

@@ -175,7 +175,7 @@ QImage DibToImage(const PackedDib& dib)
     if (header->biBitCount <= 8)
         colors =
             header->biClrUsed != 0 ? qint64(header->biClrUsed) : (qint64(1) << header->biBitCount);
-    return dib.ToImage(BitmapInfoHeader::kSize + colors * 4);
+    return dib.ToImage(qint64(header->biSize) + colors * 4);
 }
 
 QPixmap CopyBitmapInfo(const PackedDib& dib)

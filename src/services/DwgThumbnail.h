@@ -23,10 +23,13 @@ KVXREFTROVEUI_EXPORT PackedDib ExtractDwgThumbnail(const std::wstring& path);
 KVXREFTROVEUI_EXPORT PackedDib ExtractDwgThumbnail(QIODevice& device);
 
 /// The picture of the packed DIB @p dib; null for a null DIB or one that cannot be read. The
-/// pixels are taken to start right after the 40-byte header and the colour table (the header's
-/// colour count, or 2 to the power of the bit count, entries of 4 bytes), also for bit-field
-/// pictures, whose masks are then read as pixels: drawings and hosts hand over their DIBs that
-/// way, and reading them otherwise would shift every row.
+/// pixels are taken to start right after the header and the colour table (the header's colour
+/// count, or 2 to the power of the bit count, entries of 4 bytes), also for bit-field pictures
+/// with a 40-byte header, whose masks are then read as pixels: drawings and hosts hand over
+/// their DIBs that way, and reading them otherwise would shift every row. Longer headers hold
+/// their masks inside. The picture is opaque unless the header declares an alpha mask (a
+/// bit-field picture with a header of 56 bytes or more); the fourth byte of a plain 32-bit
+/// pixel is unused.
 KVXREFTROVEUI_EXPORT QImage DibToImage(const PackedDib& dib);
 
 /// A bitmap of DibToImage(@p dib), owned by the caller; null when that picture is null.

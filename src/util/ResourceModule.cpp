@@ -1,5 +1,7 @@
 #include "util/ResourceModule.h"
 
+#include "util/ResourceFileCheck_p.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -29,8 +31,9 @@ ResourceModule::~ResourceModule()
 {
     if (g_current == this)
         g_current = nullptr;
-    if (!m_registeredRcc.isEmpty())
-        QResource::unregisterResource(m_registeredRcc, m_mapRoot);
+    if (!m_rccData.isEmpty())
+        QResource::unregisterResource(reinterpret_cast<const uchar*>(m_rccData.constData()),
+                                      m_mapRoot);
 }
 
 std::unique_ptr<ResourceModule>
@@ -43,14 +46,29 @@ ResourceModule::LoadRcc(const QString& rccPath, const ResourceModule* fallback, 
     };
     if (!QFileInfo(rccPath).isFile())
         return fail(QStringLiteral("Resource file not found: %1").arg(rccPath));
+    QFile file(rccPath);
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(QStringLiteral("Resource file cannot be read: %1").arg(rccPath));
+    if (file.size() > kMaxRccBytes)
+        return fail(QStringLiteral("Resource file too large: %1").arg(rccPath));
+    // The size asked, not the limit: reading allocates all it may be asked for.
+    QByteArray data = file.read(file.size());
+    // The resource system reads wherever a file's offsets point; a damaged file must not get
+    // that far.
+    if (!IsReadableResourceFile(data, kMaxRccBytes))
+        return fail(QStringLiteral("Not a resource file: %1").arg(rccPath));
     // Each module gets its own mount point so that two modules never shadow each other.
     const QString mapRoot = QStringLiteral("/kvxref-module-%1").arg(++g_rccCounter);
-    if (!QResource::registerResource(rccPath, mapRoot))
-        return fail(QStringLiteral("Not a resource file: %1").arg(rccPath));
     auto module = std::make_unique<ResourceModule>(QLatin1Char(':') + mapRoot,
                                                    QFileInfo(rccPath).completeBaseName(), fallback);
-    module->m_registeredRcc = rccPath;
+    // Registered from the module's own copy, which stays put for as long as the module lives.
+    module->m_rccData = std::move(data);
     module->m_mapRoot = mapRoot;
+    if (!QResource::registerResource(reinterpret_cast<const uchar*>(module->m_rccData.constData()),
+                                     mapRoot)) {
+        module->m_rccData.clear();
+        return fail(QStringLiteral("Not a resource file: %1").arg(rccPath));
+    }
     if (!QFileInfo::exists(module->m_root + QStringLiteral("/strings.json")))
         return fail(QStringLiteral("The resource file holds no string table: %1").arg(rccPath));
     return module;

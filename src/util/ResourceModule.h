@@ -27,8 +27,13 @@ public:
     ResourceModule(const ResourceModule&) = delete;
     ResourceModule& operator=(const ResourceModule&) = delete;
 
+    /// Files larger than this are not taken for resource files.
+    static constexpr qint64 kMaxRccBytes = 64LL * 1024 * 1024;
+
     /// Registers an .rcc file and makes a module of it. Returns null (and sets @p error) when the
-    /// file cannot be read or holds no "strings.json". The registration ends with the module.
+    /// file cannot be read, is not a sound resource file or holds no "strings.json". The file is
+    /// read once and checked; later changes to it do not reach the module. The registration
+    /// ends with the module.
     static std::unique_ptr<ResourceModule> LoadRcc(const QString& rccPath,
                                                    const ResourceModule* fallback = nullptr,
                                                    QString* error = nullptr);
@@ -56,7 +61,7 @@ private:
     QString m_root;
     QString m_name;
     const ResourceModule* m_fallback;
-    QString m_registeredRcc;
+    QByteArray m_rccData; // registered with the resource system while the module lives
     QString m_mapRoot;
     mutable bool m_loaded = false;
     mutable QHash<unsigned, QString> m_strings;

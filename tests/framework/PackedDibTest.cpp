@@ -1,4 +1,6 @@
 #include "framework/PackedDib.h"
+#include "support/DibBuilder.h"
+#include "support/DibTestSet.h"
 
 #include <QtEndian>
 
@@ -58,6 +60,19 @@ QByteArray bytes(std::initializer_list<int> values)
     for (int v : values)
         out.append(char(v));
     return out;
+}
+
+// A bitmap file of @p dib with its pixels @p bitsOffset bytes into the DIB.
+QByteArray bmpFile(const PackedDib& dib, qint64 bitsOffset)
+{
+    QByteArray file("BM");
+    char word[4];
+    qToLittleEndian(std::uint32_t(14 + dib.Bytes().size()), word);
+    file.append(word, 4);
+    file.append(4, '\0');
+    qToLittleEndian(std::uint32_t(14 + bitsOffset), word);
+    file.append(word, 4);
+    return file + dib.Bytes();
 }
 
 TEST(PackedDib, HeaderRoundTripsThroughItsBytes)
@@ -145,30 +160,90 @@ TEST(PackedDib, OneAndFourBitPixelsPackFromTheHighBits)
 
 TEST(PackedDib, SixteenBitPicturesUse555OrTheirMasks)
 {
+    // Narrow channels move into the high bits: five bits of red at full strength are 248.
     Dib plain = make(1, 1, 16);
-    plain.bits = bytes({0x00, 0x7C, 0, 0}); // pure red in 5-5-5
-    EXPECT_EQ(plain.packed().ToImage().pixel(0, 0), qRgb(255, 0, 0));
+    plain.bits = bytes({0x00, 0x7C, 0, 0});
+    EXPECT_EQ(plain.packed().ToImage().pixel(0, 0), qRgb(248, 0, 0));
 
     Dib fields = make(1, 1, 16, BitmapInfoHeader::BitFields);
     fields.masks(0xF800, 0x07E0, 0x001F);
     fields.bits = bytes({0xE0, 0x07, 0, 0}); // pure green in 5-6-5
-    EXPECT_EQ(fields.packed().ToImage().pixel(0, 0), qRgb(0, 255, 0));
+    EXPECT_EQ(fields.packed().ToImage().pixel(0, 0), qRgb(0, 252, 0));
 }
 
-TEST(PackedDib, ThirtyTwoBitAlphaIsUsedOnlyWhenSomeoneFilledIt)
+TEST(PackedDib, MasksWiderThanEightBitsKeepTheirTopBits)
 {
-    Dib opaque = make(1, 1, 32);
-    opaque.bits = bytes({10, 20, 30, 0});
-    const QImage a = opaque.packed().ToImage();
-    EXPECT_FALSE(a.hasAlphaChannel());
-    EXPECT_EQ(a.pixel(0, 0), qRgb(30, 20, 10));
+    const QImage image = DibBuilder(2, 1, 32)
+                             .Compression(BitmapInfoHeader::BitFields)
+                             .Masks(0x3FF00000u, 0x000FFC00u, 0x000003FFu)
+                             .Pixels([](int x, int) { return x == 0 ? 0x3FFFFFFFu : 0x3FC3FC03u; })
+                             .Dib()
+                             .ToImage();
+    EXPECT_EQ(image.pixel(0, 0), qRgb(255, 255, 255));
+    EXPECT_EQ(image.pixel(1, 0), qRgb(255, 63, 0));
+}
 
-    Dib translucent = make(2, 1, 32);
-    translucent.bits = bytes({10, 20, 30, 128, 0, 0, 0, 0});
-    const QImage b = translucent.packed().ToImage();
-    EXPECT_TRUE(b.hasAlphaChannel());
-    EXPECT_EQ(qAlpha(b.pixel(0, 0)), 128);
-    EXPECT_EQ(qAlpha(b.pixel(1, 0)), 0);
+// Real drawings leave junk in the fourth byte of 32-bit pixels; the format says it is unused,
+// and taking it as transparency made whole previews vanish.
+TEST(PackedDib, FourthByteOfPlainThirtyTwoBitPixelsIsUnused)
+{
+    const auto mixed = [](int x, int y) {
+        return (std::uint32_t((x * 37 + y * 91) & 0xFF) << 24) | std::uint32_t(0x10203 * (x + 1));
+    };
+    for (const std::uint32_t headerSize : {40u, 108u}) {
+        // Nor does the alpha mask of a longer header describe a plain picture.
+        DibBuilder builder(7, 3, 32);
+        builder.HeaderSize(headerSize).Pixels(mixed);
+        if (headerSize > 40)
+            builder.Masks(0x00FF0000u, 0x0000FF00u, 0x000000FFu).AlphaMask(0xFF000000u);
+        const QImage image = builder.Dib().ToImage();
+        ASSERT_FALSE(image.isNull()) << headerSize;
+        EXPECT_FALSE(image.hasAlphaChannel()) << headerSize;
+        for (int y = 0; y < 3; ++y)
+            for (int x = 0; x < 7; ++x)
+                ASSERT_EQ(image.pixel(x, y), mixed(x, y) | 0xFF000000u) << x << "," << y;
+    }
+}
+
+TEST(PackedDib, AlphaComesOnlyFromAMaskTheHeaderDeclares)
+{
+    const auto pixels = [](int x, int) { return x == 0 ? 0x80102030u : 0x00405060u; };
+    const auto decode = [&](std::uint32_t headerSize, std::uint32_t alphaMask) {
+        DibBuilder builder(2, 1, 32);
+        builder.HeaderSize(headerSize)
+            .Compression(BitmapInfoHeader::BitFields)
+            .Masks(0x00FF0000u, 0x0000FF00u, 0x000000FFu)
+            .Pixels(pixels);
+        if (headerSize > 52)
+            builder.AlphaMask(alphaMask);
+        return builder.Dib().ToImage();
+    };
+
+    // A 40-byte header is followed by three masks only: the fourth byte is no alpha.
+    const QImage plain = decode(40, 0);
+    EXPECT_FALSE(plain.hasAlphaChannel());
+    EXPECT_EQ(plain.pixel(0, 0), qRgb(0x10, 0x20, 0x30));
+
+    for (const std::uint32_t headerSize : {56u, 108u, 124u}) {
+        const QImage image = decode(headerSize, 0xFF000000u);
+        ASSERT_TRUE(image.hasAlphaChannel()) << headerSize;
+        EXPECT_EQ(image.pixel(0, 0), qRgba(0x10, 0x20, 0x30, 0x80)) << headerSize;
+        EXPECT_EQ(image.pixel(1, 0), qRgba(0x40, 0x50, 0x60, 0)) << headerSize;
+    }
+    EXPECT_FALSE(decode(52, 0).hasAlphaChannel()) << "no room for an alpha mask";
+    EXPECT_FALSE(decode(108, 0).hasAlphaChannel()) << "an empty alpha mask declares none";
+
+    // A one-bit alpha of 1 is opaque, not half transparent.
+    const QImage oneBit = DibBuilder(2, 1, 16)
+                              .HeaderSize(108)
+                              .Compression(BitmapInfoHeader::BitFields)
+                              .Masks(0x7C00, 0x03E0, 0x001F)
+                              .AlphaMask(0x8000)
+                              .Pixels([](int x, int) { return x == 0 ? 0xFC00u : 0x7C00u; })
+                              .Dib()
+                              .ToImage();
+    EXPECT_EQ(oneBit.pixel(0, 0), qRgba(248, 0, 0, 255));
+    EXPECT_EQ(qAlpha(oneBit.pixel(1, 0)), 0);
 }
 
 TEST(PackedDib, RunLengthEncodedPicturesExpand)
@@ -213,11 +288,16 @@ TEST(PackedDib, FromImageRoundTrips)
     EXPECT_EQ(dib.Header()->biHeight, 3);
     EXPECT_EQ(dib.ToImage(), source);
 
-    QImage translucent(2, 2, QImage::Format_ARGB32);
+    // Transparency survives only in a layout that declares it.
+    QImage translucent(3, 2, QImage::Format_ARGB32);
     translucent.fill(qRgba(10, 20, 30, 40));
+    translucent.setPixel(2, 0, qRgba(1, 2, 3, 0));
     const PackedDib alpha = PackedDib::FromImage(translucent);
     EXPECT_EQ(alpha.Header()->biBitCount, 32);
-    EXPECT_EQ(alpha.ToImage().pixel(1, 1), qRgba(10, 20, 30, 40));
+    EXPECT_TRUE(alpha.Header()->DeclaresAlphaMask());
+    EXPECT_EQ(alpha.ToImage(), translucent);
+    EXPECT_EQ(QImage::fromData(bmpFile(alpha, alpha.StandardBitsOffset()), "BMP"), translucent)
+        << "other readers see the same picture";
     EXPECT_TRUE(PackedDib::FromImage(QImage()).IsNull());
 }
 
@@ -276,6 +356,18 @@ TEST(PackedDib, DamagedRunLengthDataStopsEarly)
     const QImage image = rle.packed().ToImage();
     ASSERT_EQ(image.size(), QSize(4, 4));
     EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0));
+}
+
+// Every picture of the test set reads the same here as through Qt's own bitmap-file reader.
+TEST(PackedDib, ReadsEveryLayoutAsQtsBitmapReaderDoes)
+{
+    for (const DibCase& c : DibTestSet()) {
+        const QImage ours = c.builder.Dib().ToImage();
+        const QImage qt = QImage::fromData(c.builder.FileBytes(), "BMP");
+        ASSERT_FALSE(qt.isNull()) << c.name;
+        EXPECT_EQ(FirstDifference(ours, qt), QString()) << c.name;
+        EXPECT_EQ(ours.hasAlphaChannel(), qt.hasAlphaChannel()) << c.name;
+    }
 }
 
 } // namespace

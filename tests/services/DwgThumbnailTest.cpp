@@ -2,6 +2,7 @@
 
 #include "services/DwgThumbnail.h"
 #include "support/DibBuilder.h"
+#include "support/DibTestSet.h"
 #include "support/DrawingFileBuilder.h"
 #include "support/NamedPipe.h"
 
@@ -366,4 +367,66 @@ TEST(CopyBitmapInfo, hostileHeadersGiveNoBitmap)
     QByteArray shortDib = DibBuilder(3, 3, 24).Bytes();
     shortDib.chop(1);
     EXPECT_TRUE(TroveUI::CopyBitmapInfo(PackedDib(shortDib)).isNull());
+}
+
+// The conversion a drawing's preview goes through shows each picture as Qt's own bitmap-file
+// reader does, wherever its pixels follow the header and colour table (that is, everywhere but
+// in bit-field pictures with a 40-byte header, whose masks it reads as pixels).
+TEST(CopyBitmapInfo, showsEveryLayoutAsQtsBitmapReaderDoes)
+{
+    int compared = 0;
+    for (const DibCase& c : DibTestSet()) {
+        const PackedDib dib = c.builder.Dib();
+        const BitmapInfoHeader header = *dib.Header();
+        if (dib.StandardBitsOffset() != qint64(header.biSize) + header.ColorCount() * 4)
+            continue;
+        ++compared;
+        const QImage qt = QImage::fromData(c.builder.FileBytes(), "BMP");
+        ASSERT_FALSE(qt.isNull()) << c.name;
+        EXPECT_EQ(FirstDifference(TroveUI::DibToImage(dib), qt), QString()) << c.name;
+        // A bitmap may keep translucent pixels premultiplied; the same picture made a bitmap
+        // the same way must still come out the same.
+        EXPECT_EQ(FirstDifference(TroveUI::CopyBitmapInfo(dib).toImage(),
+                                  QPixmap::fromImage(qt).toImage()),
+                  QString())
+            << c.name;
+    }
+    EXPECT_GE(compared, 15);
+}
+
+// Previews of real drawings carry junk in the fourth byte of their 32-bit pixels. It once made
+// them partly or wholly transparent, and the colours of what was left drifted on the way to a
+// bitmap.
+TEST(CopyBitmapInfo, fourthByteOfPlainPixelsNeitherHidesNorTintsThePreview)
+{
+    const auto pixel = [](int x, int y) {
+        const std::uint32_t junk[] = {0x00, 0x01, 0x7F, 0x80, 0xFE, 0xFF};
+        return junk[(x + 2 * y) % 6] << 24 | std::uint32_t(0x00C08040 + x * 0x010203 + y);
+    };
+    const QByteArray dib = DibBuilder(6, 4, 32).Pixels(pixel).Bytes();
+    QByteArray file = DrawingFileBuilder().AddBmp(dib).Bytes();
+    QBuffer buffer(&file);
+    buffer.open(QIODevice::ReadOnly);
+    const PackedDib preview = TroveUI::ExtractDwgThumbnail(buffer);
+    ASSERT_FALSE(preview.IsNull());
+    for (const QImage& image :
+         {TroveUI::DibToImage(preview), TroveUI::CopyBitmapInfo(preview).toImage()}) {
+        ASSERT_EQ(image.size(), QSize(6, 4));
+        EXPECT_FALSE(image.hasAlphaChannel());
+        for (int y = 0; y < 4; ++y)
+            for (int x = 0; x < 6; ++x)
+                ASSERT_EQ(image.pixel(x, y), pixel(x, y) | 0xFF000000u) << x << "," << y;
+    }
+}
+
+TEST(DwgThumbnailEntries, transparencyOfAPngEntrySurvivesTheConversion)
+{
+    QImage picture(4, 2, QImage::Format_ARGB32);
+    picture.fill(qRgba(0, 90, 180, 255));
+    picture.setPixel(0, 0, qRgba(0, 0, 0, 0));
+    picture.setPixel(3, 1, qRgba(200, 100, 50, 128));
+    const PackedDib dib =
+        extract(DrawingFileBuilder().AddPng(DrawingFileBuilder::PngBytes(picture)));
+    const QImage image = TroveUI::DibToImage(dib);
+    EXPECT_EQ(FirstDifference(image, picture), QString());
 }

@@ -48,6 +48,20 @@ DibBuilder& DibBuilder::Masks(std::uint32_t red, std::uint32_t green, std::uint3
     return *this;
 }
 
+DibBuilder& DibBuilder::AlphaMask(std::uint32_t alpha)
+{
+    m_masks.resize(3, 0u);
+    m_masks.append(alpha);
+    return *this;
+}
+
+DibBuilder& DibBuilder::RawPixels(QByteArray bytes)
+{
+    m_rawPixels = std::move(bytes);
+    m_hasRawPixels = true;
+    return *this;
+}
+
 DibBuilder& DibBuilder::Pixels(PixelFunction pixel)
 {
     m_pixel = std::move(pixel);
@@ -67,6 +81,10 @@ QByteArray DibBuilder::HeaderBytes() const
         qToLittleEndian(mask, word);
         out.append(word, 4);
     }
+    // A longer header is written out to its size; absurd sizes are left for hostile-header
+    // tests to state.
+    if (m_header.biSize > std::uint32_t(out.size()) && m_header.biSize <= 4096)
+        out.append(QByteArray(qsizetype(m_header.biSize) - out.size(), '\0'));
     for (QRgb color : m_palette) {
         out.append(char(qBlue(color)));
         out.append(char(qGreen(color)));
@@ -78,6 +96,8 @@ QByteArray DibBuilder::HeaderBytes() const
 
 QByteArray DibBuilder::PixelBytes() const
 {
+    if (m_hasRawPixels)
+        return m_rawPixels;
     const int width = m_header.biWidth;
     const int height = std::abs(m_header.biHeight);
     const int bits = m_header.biBitCount;
@@ -122,4 +142,17 @@ QByteArray DibBuilder::PixelBytes() const
 QByteArray DibBuilder::Bytes() const
 {
     return HeaderBytes() + PixelBytes();
+}
+
+QByteArray DibBuilder::FileBytes() const
+{
+    const QByteArray dib = Bytes();
+    QByteArray file("BM");
+    char word[4];
+    qToLittleEndian(std::uint32_t(14 + dib.size()), word);
+    file.append(word, 4);
+    file.append(4, '\0');
+    qToLittleEndian(std::uint32_t(14 + HeaderBytes().size()), word);
+    file.append(word, 4);
+    return file + dib;
 }

@@ -26,9 +26,14 @@ public:
     DibBuilder& HeaderSize(std::uint32_t bytes);
     /// Colour-table entries written right after the header (after the masks, if any).
     DibBuilder& Palette(QList<QRgb> colors);
-    /// Three bit-field masks written right after the header.
+    /// Bit-field masks written at byte 40: after a 40-byte header, inside a longer one (which
+    /// is then padded with zeros to its size).
     DibBuilder& Masks(std::uint32_t red, std::uint32_t green, std::uint32_t blue);
+    /// A fourth mask after the three; only headers of 56 bytes and more have room for it.
+    DibBuilder& AlphaMask(std::uint32_t alpha);
     DibBuilder& Pixels(PixelFunction pixel);
+    /// Pixel bytes as they stand, for run-length data.
+    DibBuilder& RawPixels(QByteArray bytes);
     /// Every pixel has the value @p value.
     DibBuilder& Fill(std::uint32_t value);
 
@@ -40,10 +45,14 @@ public:
     QByteArray PixelBytes() const;
     /// Header, masks and palette without pixels.
     QByteArray HeaderBytes() const;
+    /// A bitmap file of Bytes(): the 14-byte file header, with the pixels where HeaderBytes ends.
+    QByteArray FileBytes() const;
 
 private:
     BitmapInfoHeader m_header;
     QList<QRgb> m_palette;
     QList<std::uint32_t> m_masks;
     PixelFunction m_pixel;
+    QByteArray m_rawPixels;
+    bool m_hasRawPixels = false;
 };

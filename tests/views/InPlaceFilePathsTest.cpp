@@ -1,6 +1,6 @@
+#include "views/editors/InPlaceFilePaths.h"
 #include "support/QtPrinters.h"
 #include "support/ShortcutFileBuilder.h"
-#include "views/editors/InPlaceFilePaths.h"
 
 #include <gtest/gtest.h>
 
@@ -165,12 +165,18 @@ INSTANTIATE_TEST_SUITE_P(
         FullPathCase{"", "/data/site", "/data/site"},
         FullPathCase{"../../../../up.dwg", "/data", "/up.dwg"},
         FullPathCase{"#odd %20 name;.dwg", "/d", "/d/#odd %20 name;.dwg"},
+        // A colon after the root is part of a folder's name, not a drive, before and after
+        // tidying (found by fuzzing: "//:a" became "/:a" and then "\\:a").
+        FullPathCase{"//:a", "/d", "/:a"}, FullPathCase{"/:a", "/d", "/:a"},
+        FullPathCase{"b.dwg", "/:a", "/:a/b.dwg"},
         // Windows paths stay Windows paths, tidied, and never climb above their root.
         FullPathCase{"C:/Projects\\.\\Tower\\..\\plan.dwg", "/data", "C:\\Projects\\plan.dwg"},
         FullPathCase{"C:\\..\\..\\plan.dwg", "/data", "C:\\plan.dwg"},
         FullPathCase{"\\\\server\\share\\a\\..\\b.dwg", "/data", "\\\\server\\share\\b.dwg"},
         FullPathCase{"\\\\server\\share\\..\\..", "/data", "\\\\server\\share"},
         FullPathCase{"\\Projects\\plan.dwg", "/data", "\\Projects\\plan.dwg"},
+        // After a leading backslash a colon is part of a name: "\:" is no drive.
+        FullPathCase{"\\:a\\..\\b", "/data", "\\b"},
         FullPathCase{"plan.dwg", "D:\\Site", "D:\\Site\\plan.dwg"},
         FullPathCase{"", "D:\\Site\\", "D:\\Site"}));
 

@@ -49,7 +49,7 @@ QString tidyWindowsPath(const QString& path)
         pos = share < 0 ? int(p.size()) : share;
         prefix = p.left(pos);
         rooted = true;
-    } else if (p.size() >= 2 && p.at(1) == QLatin1Char(':')) {
+    } else if (p.size() >= 2 && p.at(1) == QLatin1Char(':') && p.at(0) != kBackslash) {
         prefix = p.left(2);
         pos = 2;
         rooted = p.size() > 2 && p.at(2) == kBackslash;
@@ -228,7 +228,9 @@ bool CInPlaceFilePaths::IsAbsolute(const QString& path)
 
 bool CInPlaceFilePaths::IsWindowsPath(const QString& path)
 {
-    return path.startsWith(kBackslash) || (path.size() >= 2 && path.at(1) == QLatin1Char(':'));
+    // "/:a" is a path of this system whose first folder has a colon in its name, not a drive.
+    return path.startsWith(kBackslash) ||
+           (path.size() >= 2 && path.at(1) == QLatin1Char(':') && path.at(0) != kSlash);
 }
 
 QString CInPlaceFilePaths::FullPath(const QString& entry, const QString& folder)
