@@ -51,19 +51,67 @@ RefStatus::RefIcon clampOverlay(RefStatus::RefIcon overlay)
 } // namespace
 
 CXrefPanelCtrlItem::CXrefPanelCtrlItem(CXrefPanelCtrl& panel)
-    : m_panel(panel), m_listCtrl(ItemPanel::ListCtrl(panel)),
-      m_treeCtrl(ItemPanel::TreeCtrl(panel)), m_date(Util::DateTime::get_Now())
+    : m_panel(panel), m_panelObject(ItemPanel::Object(panel)),
+      m_listCtrl(ItemPanel::ListCtrl(&panel)), m_treeCtrl(ItemPanel::TreeCtrl(&panel)),
+      m_date(Util::DateTime::get_Now())
 {
-    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::FileVersion);
+    ItemPanel::PropertyChanged(livePanel(), *this, XrefProperties::FileVersion);
 }
 
 CXrefPanelCtrlItem::~CXrefPanelCtrlItem()
 {
-    // The node stays until the panel removes it; it must not keep pointing at this item.
-    if (m_treeItem && m_treeItem->item == this)
-        m_treeItem->item = nullptr;
-    if (m_listRowLink)
+    // Nothing the panel keeps may point here once this returns, whoever deletes the item.
+    ItemPanel::ItemGoing(livePanel(), *this);
+    if (m_treeItem) {
+        const HTREEITEM node = m_treeItem;
+        m_treeItem = nullptr;
+        if (node->item == this)
+            node->item = nullptr;
+        // The nodes below go too; their items stay the host's and only forget their nodes. In
+        // the middle of a subtree removal the tree refuses, and the walk skips the empty node.
+        if (m_treeCtrl)
+            m_treeCtrl->DeleteItem(node);
+    }
+    if (m_listRowLink) {
         m_listRowLink->Items().erase(this);
+        if (m_listRowLink.use_count() == 1 && m_listCtrl)
+            m_listCtrl->DeleteRow(*m_listRowLink);
+    }
+}
+
+CXrefPanelCtrl* CXrefPanelCtrlItem::livePanel() const
+{
+    return m_panelObject ? &m_panel : nullptr;
+}
+
+bool CXrefPanelCtrlItem::HasNoPreview() const
+{
+    return false;
+}
+
+bool CXrefPanelCtrlItem::GetDetailsEditContext(std::wstring&, std::wstring&, std::wstring&) const
+{
+    return false;
+}
+
+bool CXrefPanelCtrlItem::IsDetailsEditPreviewPresent() const
+{
+    return false;
+}
+
+bool CXrefPanelCtrlItem::IsNoteSuppressed(int) const
+{
+    return false;
+}
+
+bool CXrefPanelCtrlItem::NeedsNote() const
+{
+    return false;
+}
+
+bool CXrefPanelCtrlItem::IsExcluded() const
+{
+    return false;
 }
 
 bool CXrefPanelCtrlItem::IsSortItem() const
@@ -132,7 +180,7 @@ bool CXrefPanelCtrlItem::IsEqual(const CXrefPanelCtrlItem& other) const
 
 std::wstring CXrefPanelCtrlItem::FormatDisplayText(const std::wstring& text) const
 {
-    if (!text.empty() && IsHostDwgItem() && ItemPanel::ShowsModifiedMarker(m_panel))
+    if (!text.empty() && IsHostDwgItem() && ItemPanel::ShowsModifiedMarker(livePanel()))
         return text + kMarker;
     return text;
 }
@@ -141,7 +189,7 @@ void CXrefPanelCtrlItem::ParseDisplayText(const std::wstring& display, std::wstr
                                           std::wstring& marker) const
 {
     if (!display.empty() && display.back() == kMarker && IsHostDwgItem() &&
-        ItemPanel::ShowsModifiedMarker(m_panel)) {
+        ItemPanel::ShowsModifiedMarker(livePanel())) {
         name = display.substr(0, display.size() - 1);
         marker = std::wstring(1, kMarker);
         return;
@@ -163,7 +211,7 @@ void CXrefPanelCtrlItem::SetText(const std::wstring& text)
 {
     // One string for both views: the node and the name cell share its storage.
     QString display = Util::ToQString(text);
-    if (!text.empty() && IsHostDwgItem() && ItemPanel::ShowsModifiedMarker(m_panel))
+    if (!text.empty() && IsHostDwgItem() && ItemPanel::ShowsModifiedMarker(livePanel()))
         display = Util::ToQString(FormatDisplayText(text));
     if (m_treeCtrl)
         m_treeCtrl->Model().SetText(m_treeItem, display);
@@ -253,7 +301,7 @@ bool CXrefPanelCtrlItem::SetProperty(XrefProperties property, const std::wstring
     const int column = columnOf(property);
     if (column >= 0)
         SetListViewSubItemText(ListViewColumn::Enum(column), text);
-    ItemPanel::PropertyChanged(m_panel, *this, property);
+    ItemPanel::PropertyChanged(livePanel(), *this, property);
     return column >= 0;
 }
 
@@ -273,7 +321,7 @@ void CXrefPanelCtrlItem::SetSize(std::int64_t bytes)
     // 100,000 sizes that are never looked at.
     if (m_listCtrl)
         m_listCtrl->Model().SetCellBytes(LVItemIndex(), bytes);
-    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::Size);
+    ItemPanel::PropertyChanged(livePanel(), *this, XrefProperties::Size);
 }
 
 std::wstring CXrefPanelCtrlItem::GetSizeDisplayText() const
@@ -301,7 +349,7 @@ void CXrefPanelCtrlItem::SetDate(const Util::DateTime& date)
     // Kept as a value and written out in the general date-and-time form when shown.
     if (m_listCtrl)
         m_listCtrl->Model().SetCellDate(LVItemIndex(), date);
-    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::Date);
+    ItemPanel::PropertyChanged(livePanel(), *this, XrefProperties::Date);
 }
 
 std::wstring CXrefPanelCtrlItem::GetDateDisplayText() const
@@ -323,13 +371,13 @@ void CXrefPanelCtrlItem::SetFoundAt(const std::wstring& text)
 {
     if (&text != &m_foundAt)
         m_foundAt = text;
-    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::FoundAt);
+    ItemPanel::PropertyChanged(livePanel(), *this, XrefProperties::FoundAt);
 }
 
 void CXrefPanelCtrlItem::SetFileVersion(int version)
 {
     m_fileVersion = version;
-    ItemPanel::PropertyChanged(m_panel, *this, XrefProperties::FileVersion);
+    ItemPanel::PropertyChanged(livePanel(), *this, XrefProperties::FileVersion);
 }
 
 void CXrefPanelCtrlItem::SetReferenceStatus(RefStatus::RefIcon icon,

@@ -14,6 +14,7 @@
 
 #include <QFont>
 #include <QPixmap>
+#include <QPointer>
 #include <QRect>
 #include <QString>
 
@@ -48,8 +49,11 @@ public:
 
     /// Takes @p panel's views as they are now: the panel must be created.
     explicit CXrefPanelCtrlItem(CXrefPanelCtrl& panel);
-    /// Drops the item's share of its list row (the row goes with the last share) and detaches it
-    /// from its tree node. It does not remove the node: that is CXrefPanelCtrl::DeleteTreeItem.
+    /// An item the host deletes while it is still in the panel takes itself out first: out of
+    /// the selection, the details pane and a running edit; its tree node goes with the nodes
+    /// below it (whose items stay the host's, detached); its share of the list row is dropped
+    /// and the row goes with the last share. The host is not called. Items deleted after the
+    /// panel is gone touch nothing.
     virtual ~CXrefPanelCtrlItem();
     CXrefPanelCtrlItem(const CXrefPanelCtrlItem&) = delete;
     CXrefPanelCtrlItem& operator=(const CXrefPanelCtrlItem&) = delete;
@@ -76,6 +80,29 @@ public:
     /// Whether the user may edit @p property in place; @p column is the list column of the edit
     /// (no meaning for a tree label edit).
     virtual bool IsPropertyEditable(XrefProperties property, int column) const = 0;
+
+    // --- What the panel asks when the item is selected ------------------------------------------
+    // Hosts that have nothing to say here keep the defaults: every one of them leaves the panel
+    // as it would be for a plain drawing reference.
+
+    /// True when the item has no picture at all, so that the preview pane empties itself instead
+    /// of keeping the last picture shown. Default false.
+    virtual bool HasNoPreview() const;
+    /// The browse settings of the details pane's path editor while this item alone is selected:
+    /// the filter ("description|patterns|...||"), the extension added to names typed without
+    /// one and the dialog caption. Default false: the pane keeps what it had.
+    virtual bool GetDetailsEditContext(std::wstring& filter, std::wstring& defaultExtension,
+                                       std::wstring& caption) const;
+    /// Whether the browse dialog of that context shows a preview. Default false.
+    virtual bool IsDetailsEditPreviewPresent() const;
+    /// Whether the message strip's note is held back for the item for reason @p kind (the panel
+    /// asks with 0). Default false.
+    virtual bool IsNoteSuppressed(int kind) const;
+    /// Whether the message strip shows its note when the item is selected. Default false.
+    virtual bool NeedsNote() const;
+    /// True when path operations and type changes do not apply to the item (the panel asks it
+    /// for the path button and for several items' type). Default false.
+    virtual bool IsExcluded() const;
 
     // --- Tree node and list row -----------------------------------------------------------------
 
@@ -178,9 +205,10 @@ protected:
     /// True while the saved path is waiting to be made relative: the list shows it with a
     /// leading "*".
     virtual bool isPendingRelativePath() const;
-    /// Which path operations the item allows; the base leaves all three untouched.
-    virtual void getPathTypeEnabledStatus(bool& removePath, bool& makeRelative,
-                                          bool& makeAbsolute) const;
+    /// Which path operations the item allows, for the tool bar's path menu: @p first enables
+    /// "make absolute", @p second "make relative", @p third "remove path". The base leaves all
+    /// three untouched.
+    virtual void getPathTypeEnabledStatus(bool& first, bool& second, bool& third) const;
 
     /// Writes @p text where @p property is shown (a list column), then refreshes the details row.
     /// True when a column was written.
@@ -218,9 +246,14 @@ private:
     void writeOverlay(int overlay);
     const TextStyle& textStyle() const;
 
+    /// The panel, or null once it is gone (the reference above is then left dangling).
+    CXrefPanelCtrl* livePanel() const;
+
     std::unique_ptr<TextStyle> m_textStyle;
-    CTroveListCtrl* m_listCtrl;
-    CXrefTreeCtrl* m_treeCtrl;
+    // The panel and its views may go before the items the host keeps.
+    QPointer<QObject> m_panelObject;
+    QPointer<CTroveListCtrl> m_listCtrl;
+    QPointer<CXrefTreeCtrl> m_treeCtrl;
     QString m_typeIcon;
     RefStatus::RefIcon m_typeOverlayIcon = RefStatus::Blank;
     RefStatus::RefIcon m_referenceStatusIcon = RefStatus::Blank;

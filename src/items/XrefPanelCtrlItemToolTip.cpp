@@ -72,7 +72,7 @@ CXrefPanelCtrlItem::CreateToolTipInfo(const ToolTipMenuSettings& settings)
 
 std::unique_ptr<KvNameDescriptionToolTipInfo> ItemToolTip::Create(CXrefPanelCtrlItem& item)
 {
-    return item.CreateToolTipInfo(ItemPanel::ToolTipSettings(item.m_panel));
+    return item.CreateToolTipInfo(ItemPanel::ToolTipSettings(item.livePanel()));
 }
 
 QPixmap CXrefPanelCtrlItem::GetPreview()
@@ -85,12 +85,12 @@ QPixmap CXrefPanelCtrlItem::GetPreview()
 
 void CXrefPanelCtrlItem::SetPreviewBitmap(const PackedDib* info, const char* bits, qint64 bitsSize)
 {
-    if (CXrefPreview* preview = ItemPanel::PreviewCtrl(m_panel))
+    if (CXrefPreview* preview = ItemPanel::PreviewCtrl(livePanel()))
         preview->SetPreviewBitmap(info, bits, bitsSize);
 }
 
 void CXrefPanelCtrlItem::GetPreviewBox(QRect& rect) const
 {
-    if (const CXrefPreview* preview = ItemPanel::PreviewCtrl(m_panel))
+    if (const CXrefPreview* preview = ItemPanel::PreviewCtrl(livePanel()))
         rect = preview->rect();
 }

@@ -6,35 +6,47 @@
 
 namespace ItemPanel {
 
-CTroveListCtrl* ListCtrl(const CXrefPanelCtrl& panel)
+QObject* Object(CXrefPanelCtrl& panel)
 {
-    return panel.GetListCtrl();
+    return &panel;
 }
 
-CXrefTreeCtrl* TreeCtrl(const CXrefPanelCtrl& panel)
+CTroveListCtrl* ListCtrl(const CXrefPanelCtrl* panel)
 {
-    return panel.GetTreeCtrl();
+    return panel ? panel->GetListCtrl() : nullptr;
 }
 
-CXrefPreview* PreviewCtrl(const CXrefPanelCtrl& panel)
+CXrefTreeCtrl* TreeCtrl(const CXrefPanelCtrl* panel)
 {
-    return panel.GetPreviewCtrl();
+    return panel ? panel->GetTreeCtrl() : nullptr;
 }
 
-ToolTipMenuSettings ToolTipSettings(const CXrefPanelCtrl& panel)
+CXrefPreview* PreviewCtrl(const CXrefPanelCtrl* panel)
 {
-    return panel.GetToolTipMenuSettings();
+    return panel ? panel->GetPreviewCtrl() : nullptr;
 }
 
-bool ShowsModifiedMarker(const CXrefPanelCtrl& panel)
+ToolTipMenuSettings ToolTipSettings(const CXrefPanelCtrl* panel)
 {
-    return panel.IsHostModStatusEnabled() && panel.IsHostModified();
+    return panel ? panel->GetToolTipMenuSettings() : ToolTipMenuSettings();
 }
 
-void PropertyChanged(CXrefPanelCtrl& panel, const CXrefPanelCtrlItem& item,
+bool ShowsModifiedMarker(const CXrefPanelCtrl* panel)
+{
+    return panel && panel->IsHostModStatusEnabled() && panel->IsHostModified();
+}
+
+void PropertyChanged(CXrefPanelCtrl* panel, const CXrefPanelCtrlItem& item,
                      Trove::XrefProperties property)
 {
-    panel.SetDetailsProperty(item, property);
+    if (panel)
+        panel->SetDetailsProperty(item, property);
+}
+
+void ItemGoing(CXrefPanelCtrl* panel, CXrefPanelCtrlItem& item)
+{
+    if (panel)
+        panel->forgetItem(item);
 }
 
 } // namespace ItemPanel

@@ -15,6 +15,7 @@
 #include "views/XrefCoupledGroupCtrl.h"
 #include "views/XrefGroupCtrl.h"
 #include "views/XrefPreview.h"
+#include "views/XrefPropListCtrl.h"
 #include "views/XrefTreeCtrl.h"
 #include "views/XrefTreeModel_p.h"
 #include "views/XrefTreeNode_p.h"
@@ -82,12 +83,36 @@ bool CXrefPanelCtrl::Create(const wchar_t* windowName, const QRect& rect, QWidge
         connect(d->toolBar.get(), &CXrefToolBar::DisplayHelp, this, &CXrefPanelCtrl::OnDisplayHelp);
     }
 
+    // Every child event is hooked as its child is made, in the order hosts have always seen
+    // them handled: list, tree, details, then the views' edit events.
     PanelLayout::Hooks hooks;
+    hooks.listCreated = [this](CTroveListCtrl& list) {
+        connect(&list, &CTroveListCtrl::ContextMenu, this, &CXrefPanelCtrl::onContextMenu);
+        connect(&list, &CTroveListCtrl::ContextMenuSelection, this,
+                &CXrefPanelCtrl::OnMenuSelection);
+        connect(&list, &CTroveListCtrl::StatusColumnDoubleClicked, this,
+                &CXrefPanelCtrl::OnStatusColumnDoubleClicked);
+        connect(&list, &CTroveListCtrl::ItemsSelected, this, &CXrefPanelCtrl::OnItemsSelected);
+        connect(&list, &CTroveListCtrl::SortCriteriaChanged, this,
+                &CXrefPanelCtrl::OnSortCriteriaChanged);
+    };
     hooks.treeCreated = [this](CXrefTreeCtrl& tree) {
+        connect(&tree, &CXrefTreeCtrl::ContextMenu, this, &CXrefPanelCtrl::onContextMenu);
+        connect(&tree, &CXrefTreeCtrl::ContextMenuSelection, this,
+                &CXrefPanelCtrl::OnMenuSelection);
+        connect(&tree, &CXrefTreeCtrl::ItemsSelected, this, &CXrefPanelCtrl::OnItemsSelected);
         // Removing a subtree reports each descendant before it goes; the panel must release the
         // descendant's list row share at that moment.
         connect(&tree, &CXrefTreeCtrl::ItemToBeDeleted, this,
                 &CXrefPanelCtrl::onTreeItemToBeDeleted);
+    };
+    hooks.detailsCreated = [this](CXrefPropListCtrl& details) {
+        d->details.SetList(&details);
+        hookEdits(&details);
+    };
+    hooks.viewsCreated = [this] {
+        hookEdits(GetListCtrl());
+        hookEdits(GetTreeCtrl());
     };
     hooks.storedLowerGroup = [this](double& ratio, bool& shown) {
         GetStoredLowerGroup(ratio, shown);
@@ -117,6 +142,26 @@ bool CXrefPanelCtrl::Create(const wchar_t* windowName, const QRect& rect, QWidge
         [this](QWidget& widget, QMouseEvent& event) { PreTranslateMessage(&widget, &event); });
     OnSize(0, width(), height());
     return true;
+}
+
+template <class Source> void CXrefPanelCtrl::hookEdits(Source* source)
+{
+    if (!source)
+        return;
+    connect(source, &Source::PropertyEditStarting, this, &CXrefPanelCtrl::OnPropertyEditStarting);
+    // The views give the text before the edit first; the handler takes the new text first.
+    connect(source, &Source::PropertyEdited, this,
+            [this](XrefProperties property, const std::wstring& before, const std::wstring& after) {
+                OnPropertyEdited(property, after, before);
+            });
+    connect(source, &Source::PropertyEditAborted, this, &CXrefPanelCtrl::OnPropertyEditAborted);
+}
+
+void CXrefPanelCtrl::onContextMenu(QWidget* source, const QPoint& point,
+                                   const std::vector<CXrefPanelCtrlItem*>& items, bool flag)
+{
+    if (source)
+        OnContextMenu_(*source, point, items, flag);
 }
 
 void CXrefPanelCtrl::applyViewTypes()
@@ -195,11 +240,6 @@ void CXrefPanelCtrl::buildStateImageLists(bool listFlag, bool treeFlag)
     }
 }
 
-void CXrefPanelCtrl::OnItemsSelected(const std::vector<CXrefPanelCtrlItem*>& items, bool /*flag*/)
-{
-    d->selection.Record(items);
-}
-
 void CXrefPanelCtrl::SetToolTipStyle() {}
 
 void CXrefPanelCtrl::EnableHostModStatus(bool enabled, bool modified)
@@ -273,7 +313,7 @@ CXrefPreview* CXrefPanelCtrl::GetPreviewCtrl() const
     return d->layout.Preview();
 }
 
-QWidget* CXrefPanelCtrl::GetDetailsCtrl() const
+CXrefPropListCtrl* CXrefPanelCtrl::GetDetailsCtrl() const
 {
     return d->layout.Details();
 }
@@ -313,13 +353,6 @@ bool CXrefPanelCtrl::IsValidRefStatusIcon(RefStatus::RefIcon icon)
     return RefStatus::IsValidIcon(icon);
 }
 
-void CXrefPanelCtrl::SetDetailsProperty(const CXrefPanelCtrlItem& item, XrefProperties property)
-{
-    if (!d->details.Concerns(item, property))
-        return;
-    // The details list that shows the row is not part of this panel yet.
-}
-
 void CXrefPanelCtrl::BeginUpdate()
 {
     if (GetListCtrl()) {
@@ -330,27 +363,6 @@ void CXrefPanelCtrl::BeginUpdate()
         GetTreeCtrl()->setUpdatesEnabled(false);
         GetTreeCtrl()->BeginBatch();
     }
-}
-
-void CXrefPanelCtrl::EndUpdate()
-{
-    if (GetListCtrl()) {
-        GetListCtrl()->Model().EndBatch();
-        GetListCtrl()->setUpdatesEnabled(true);
-        GetListCtrl()->viewport()->update();
-    }
-    if (GetTreeCtrl()) {
-        GetTreeCtrl()->EndBatch();
-        GetTreeCtrl()->setUpdatesEnabled(true);
-        GetTreeCtrl()->viewport()->update();
-    }
-    UpdateCurrentSelection();
-}
-
-void CXrefPanelCtrl::UpdateCurrentSelection()
-{
-    const std::vector<CXrefPanelCtrlItem*> selection = d->selection.Items();
-    OnItemsSelected(selection, true);
 }
 
 void CXrefPanelCtrl::InsertRootItem(CXrefPanelCtrlItem& item)
@@ -406,45 +418,6 @@ void CXrefPanelCtrl::onTreeItemToBeDeleted(CXrefPanelCtrlItem* item)
 {
     if (item)
         OnTreeItemToBeDeleted(*item);
-}
-
-void CXrefPanelCtrl::DeleteTreeItem(CXrefPanelCtrlItem& item)
-{
-    d->selection.Clear(GetListCtrl(), GetTreeCtrl());
-    // A subtree's rows leave the list together once every item has been reported.
-    if (GetListCtrl())
-        GetListCtrl()->Model().BeginRemovals();
-    OnTreeItemToBeDeleted(item);
-    if (GetTreeCtrl() && item.m_treeItem) {
-        GetTreeCtrl()->DeleteChildren(item.m_treeItem);
-        GetTreeCtrl()->DeleteItem(item.m_treeItem);
-        item.m_treeItem = nullptr;
-    }
-    if (GetListCtrl())
-        GetListCtrl()->Model().EndRemovals();
-}
-
-void CXrefPanelCtrl::DeleteAllItems()
-{
-    d->selection.Clear(GetListCtrl(), GetTreeCtrl());
-    // The rows go first, all at once: every one of them is going, and removing them one by one
-    // as their items are reported would renumber the rows behind each of them. The host is told
-    // about each item all the same.
-    if (GetListCtrl())
-        GetListCtrl()->DeleteAllItems();
-    if (GetTreeCtrl()) {
-        const HTREEITEM root = GetTreeCtrl()->GetRootItem();
-        if (root) {
-            GetTreeCtrl()->DeleteChildren(root);
-            CXrefPanelCtrlItem* rootItem = root->item;
-            if (rootItem)
-                OnTreeItemToBeDeleted(*rootItem);
-            GetTreeCtrl()->DeleteItem(root);
-            delete rootItem;
-        }
-        GetTreeCtrl()->DeleteAllItems();
-    }
-    d->selection.Forget();
 }
 
 CXrefPanelCtrlItem* CXrefPanelCtrl::GetRootItem() const

@@ -27,12 +27,18 @@ class CXrefPanelCtrlItem;
 class CTroveListCtrl;
 class CXrefTreeCtrl;
 class CXrefPreview;
+class CXrefPropListCtrl;
 class CXrefCoupledGroupCtrl;
 class CXrefGroupCtrl;
 class CZuUiImageList;
 class CZuUiTheme;
 class QMenu;
 class QMouseEvent;
+class CXrefPanelCtrl;
+
+namespace ItemPanel {
+void ItemGoing(CXrefPanelCtrl* panel, CXrefPanelCtrlItem& item);
+}
 
 /// The External References panel. The host derives its palette's panel class from it, implements
 /// the abstract host operations, constructs it with its tool bar and message strip, calls Create
@@ -133,11 +139,13 @@ public:
     virtual void OnStatusColumnDoubleClicked(CXrefPanelCtrlItem* item) = 0;
     /// The tool bar's help button was pressed.
     virtual void OnDisplayHelp() = 0;
-    /// A committed edit of @p property for @p items, from @p previousValue to @p newValue;
-    /// answer true to accept it.
+    /// A committed edit of @p property for @p items: the new text @p value, then the text
+    /// @p previousValue it replaces (new before old, as OnPropertyEdited takes them). Answer true
+    /// to accept it; false makes the panel put the previous value back. Not asked when the
+    /// previous value is empty.
     virtual bool OnApplyPropertyEdit(const std::vector<CXrefPanelCtrlItem*>& items,
-                                     XrefProperties property, const std::wstring& previousValue,
-                                     const std::wstring& newValue) = 0;
+                                     XrefProperties property, const std::wstring& value,
+                                     const std::wstring& previousValue) = 0;
     /// The host's own; the panel never calls it.
     virtual void HostCallback20() = 0;
     /// The user chose a new sort column or direction in the list view.
@@ -170,8 +178,38 @@ public:
     /// True for the status icons 1 to 6.
     static bool IsValidRefStatusIcon(RefStatus::RefIcon icon);
 
-    /// Refreshes @p property's row of the details pane when @p item is selected.
+    /// Refreshes @p property's row of the details pane when @p item is selected, with the
+    /// item's value (empty when it has none).
     void SetDetailsProperty(const CXrefPanelCtrlItem& item, XrefProperties property);
+    /// Refreshes the details rows of @p item when it is selected: name, status, size (only when
+    /// the item has one), type, date (likewise), found-at, saved path and file version.
+    void SetDetailsProperties(const CXrefPanelCtrlItem& item);
+    /// Whether @p item is selected, so that its changed values show in the details pane.
+    bool NeedToSetDetailFor(const CXrefPanelCtrlItem& item) const;
+
+    // --- Edits ----------------------------------------------------------------------------------
+    // The list, the tree and the details pane all report their edits here, so at most one edit
+    // runs at a time.
+
+    /// An edit of @p property begins with the text @p value: selection changes only record the
+    /// selection until the edit ends; a rename shows its hint in the message strip.
+    void OnPropertyEditStarting(XrefProperties property, const std::wstring& value);
+    /// An edit ended with the new text @p value over @p previousValue. The host accepts or
+    /// refuses it in OnApplyPropertyEdit (not asked when @p previousValue is empty); a refused
+    /// edit puts the previous value back in the details pane. The selection then applies to
+    /// every pane again.
+    void OnPropertyEdited(XrefProperties property, const std::wstring& value,
+                          const std::wstring& previousValue);
+    /// An edit was cancelled: selecting works again and the message strip empties.
+    void OnPropertyEditAborted(XrefProperties property);
+
+    // --- Panes that follow the selection --------------------------------------------------------
+
+    /// Sets the message strip's note for @p items; an empty selection leaves it as it is.
+    void UpdateXrefMessageBox(const std::vector<CXrefPanelCtrlItem*>& items);
+    /// Sets the tool bar's path button and the states of its path-menu commands for the
+    /// selection; all off while drawings are compared.
+    void UpdatePathOperations();
 
     // --- Items ----------------------------------------------------------------------------------
 
@@ -189,6 +227,15 @@ public:
     /// item joins that row; otherwise it gets a row of its own.
     void InsertItem(CXrefPanelCtrlItem& item, const CXrefPanelCtrlItem& parent,
                     const CXrefPanelCtrlItem* sharedWith);
+    /// Makes @p item the one selected item (null: clears the selection); the views and panes
+    /// follow.
+    void SelectItem(CXrefPanelCtrlItem* item);
+    /// Selects the first list row whose reference is unresolved and brings its saved path into
+    /// view in the details pane. Nothing when there is none.
+    void SelectMissingXref();
+    /// Sorts the list again by its current column and direction when the list is in front.
+    /// Always true.
+    bool SortDisplayItems() const;
     /// Removes @p item with its subtree from both views. The descendants are destroyed; @p item
     /// itself stays the caller's.
     void DeleteTreeItem(CXrefPanelCtrlItem& item);
@@ -287,8 +334,8 @@ public:
     CXrefTreeCtrl* GetTreeCtrl() const;
     /// The preview pane; null until Create.
     CXrefPreview* GetPreviewCtrl() const;
-    /// The details page (control id 30201); null until Create.
-    QWidget* GetDetailsCtrl() const;
+    /// The details list (control id 30201); null until Create.
+    CXrefPropListCtrl* GetDetailsCtrl() const;
     /// The upper group (list and tree pages), the lower group (details and preview pages) and
     /// the splitter that holds them; null until Create.
     CXrefGroupCtrl* GetUpperGroupCtrl() const;
@@ -327,7 +374,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    friend void ItemPanel::ItemGoing(CXrefPanelCtrl* panel, CXrefPanelCtrlItem& item);
+
+    /// @p item is being destroyed by its owner: nothing of the panel may keep pointing at it.
+    void forgetItem(CXrefPanelCtrlItem& item);
     void onTreeItemToBeDeleted(CXrefPanelCtrlItem* item);
+    void onContextMenu(QWidget* source, const QPoint& point,
+                       const std::vector<CXrefPanelCtrlItem*>& items, bool flag);
+    /// Hooks the three edit events of @p source (list, tree or details list).
+    template <class Source> void hookEdits(Source* source);
     void buildStateImageLists(bool listFlag, bool treeFlag);
     void unhookChildren();
     void applyViewTypes();

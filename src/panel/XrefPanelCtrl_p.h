@@ -10,6 +10,7 @@
 #include "panel/detail/ToolTipSettings.h"
 
 #include <memory>
+#include <vector>
 
 class CXREFPalette;
 class CXrefMessageBox;
@@ -34,6 +35,10 @@ public:
     bool created = false;
     bool hostModStatusEnabled = false;
     bool hostModified = false;
+
+    struct ItemWatch;
+    /// The items the panel is calling the host about just now (see ItemWatch).
+    std::vector<ItemWatch*> watches;
 
     PanelLayout layout;
     SelectionBinding selection;

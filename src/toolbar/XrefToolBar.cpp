@@ -397,6 +397,8 @@ void CXrefToolBar::EnablePathOperations(bool enable)
     m_changePath->repaint();
 }
 
+void CXrefToolBar::EnableCompareButton(bool) {}
+
 bool CXrefToolBar::MapButtonProperties(int id, QString& key, int& stringId)
 {
     const Command* command = id < 0 ? nullptr : Command::find(unsigned(id));

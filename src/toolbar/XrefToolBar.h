@@ -78,6 +78,10 @@ public:
     void EnableRefresh(bool enable);
     /// The same for the change-path button.
     void EnablePathOperations(bool enable);
+    /// Enables or disables the button of the host's compare command and redraws the bar. The
+    /// base tool bar has no such button, so nothing changes here; a host's tool bar that adds
+    /// one overrides this.
+    virtual void EnableCompareButton(bool enable);
 
     /// The main part of the refresh button: repeats its command (refresh at first).
     void OnRmxRefreshButtonClick();

@@ -78,6 +78,9 @@ public:
     /// Makes @p item's row the one selected row and the focused one; when the list is visible,
     /// ItemsSelected follows. Without a row here, the selection is only cleared.
     void SelectItem(const CXrefPanelCtrlItem& item);
+    /// Makes the rows of @p items the selected ones and the first of them the focused row;
+    /// raises nothing. Items without a row here are passed over.
+    void SetSelectedItems(const ItemList& items);
     /// Selects or deselects @p row when its state differs, with @p originFlag as the selection
     /// origin in force during the change; the origin is true again afterwards. Raises nothing.
     bool SetItemSelected(int row, bool selected, bool originFlag);

@@ -2,6 +2,7 @@
 
 #include "views/TroveListCtrl.h"
 
+#include "framework/ZuUiCommandEvent.h"
 #include "host/KvToolTipService.h"
 #include "items/TroveListCtrlItem.h"
 #include "panel/ListViewColumn.h"
@@ -100,6 +101,27 @@ void CTroveListCtrl::SelectItem(const CXrefPanelCtrlItem& item)
     }
     if (isVisible())
         d->notifySelection(QGuiApplication::keyboardModifiers());
+}
+
+void CTroveListCtrl::SetSelectedItems(const ItemList& items)
+{
+    // Marks per row, so that applying a selection of many items costs one pass over the rows.
+    std::vector<bool> marked(std::size_t(std::max(0, GetItemCount())), false);
+    int first = -1;
+    for (const CXrefPanelCtrlItem* item : items) {
+        const QModelIndex index = item ? IndexFromItem(*item) : QModelIndex();
+        if (!index.isValid())
+            continue;
+        marked[std::size_t(index.row())] = true;
+        if (first < 0)
+            first = index.row();
+    }
+    d->model->AssignSelection(
+        [&marked](int row) { return row >= 0 && std::size_t(row) < marked.size() && marked[row]; });
+    if (first >= 0) {
+        d->anchorRow = first;
+        d->setFocusRow(first);
+    }
 }
 
 bool CTroveListCtrl::SetItemSelected(int row, bool selected, bool originFlag)
@@ -318,6 +340,11 @@ void CTroveListCtrl::focusOutEvent(QFocusEvent* event)
 
 bool CTroveListCtrl::event(QEvent* event)
 {
+    // A command chosen in the context menu the panel showed for the list.
+    if (event->type() == CZuUiCommandEvent::EventType()) {
+        OnContextMenuCommand(int(static_cast<CZuUiCommandEvent*>(event)->CommandId()));
+        return true;
+    }
     // The list's own keys stay with it even when the host has shortcuts on them.
     if (event->type() == QEvent::ShortcutOverride) {
         auto* key = static_cast<QKeyEvent*>(event);

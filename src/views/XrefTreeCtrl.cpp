@@ -1,5 +1,6 @@
 #include "views/XrefTreeCtrl.h"
 
+#include "framework/ZuUiCommandEvent.h"
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiTheme.h"
 #include "host/KvNameDescriptionToolTipInfo.h"
@@ -487,6 +488,16 @@ void CXrefTreeCtrl::contextMenuEvent(QContextMenuEvent* event)
         selectionModel()->clear();
     event->accept();
     emit ContextMenu(this, viewport()->mapTo(this, viewportPos), GetSelectedItems(), false);
+}
+
+bool CXrefTreeCtrl::event(QEvent* event)
+{
+    // A command chosen in the context menu the panel showed for the tree.
+    if (event->type() == CZuUiCommandEvent::EventType()) {
+        OnCommand(static_cast<CZuUiCommandEvent*>(event)->CommandId());
+        return true;
+    }
+    return QTreeView::event(event);
 }
 
 bool CXrefTreeCtrl::OnCommand(unsigned id)

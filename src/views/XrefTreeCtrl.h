@@ -138,6 +138,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void keyboardSearch(const QString& search) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;

@@ -279,7 +279,8 @@ TEST_F(ItemTreeTest, itemDestroyedWithoutRemovalLeavesNoDanglingRow)
     EXPECT_EQ(List().RowCount(), 3);
     delete alone;
     EXPECT_EQ(List().RowCount(), 2) << "the last share took its row along";
-    EXPECT_EQ(panel->GetChildren(*root).size(), 3u) << "nodes stay until the panel removes them";
+    EXPECT_EQ(panel->GetChildren(*root), std::vector<CXrefPanelCtrlItem*>({shared}))
+        << "a deleted item's node goes with it";
 }
 
 TEST_F(ItemTreeTest, panelDestroyedBeforeItsItems)

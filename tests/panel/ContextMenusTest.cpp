@@ -9,6 +9,7 @@
 #include "framework/ZuUiMenu.h"
 #include "resources/TroveResources.h"
 #include "services/XrefMessageBox.h"
+#include "views/XrefPropListCtrl.h"
 
 #include <QAbstractScrollArea>
 #include <QAction>
@@ -377,7 +378,7 @@ TEST_F(ToolTipMenuTest, rightReleaseOutsideTheViewsOpensTheToolTipMenu)
 
     // The group header is not inside a view, nor is the details page.
     rightClick(panel->GetUpperGroupCtrl(), panel->GetUpperGroupCtrl()->HeaderRect().center());
-    rightClick(qobject_cast<QAbstractScrollArea*>(panel->GetDetailsCtrl())->viewport(), corner);
+    rightClick(panel->GetDetailsCtrl()->viewport(), corner);
     EXPECT_EQ(tracker.Count(), 3);
 }
 

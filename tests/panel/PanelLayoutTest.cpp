@@ -6,6 +6,7 @@
 #include "framework/ZuUiTheme.h"
 #include "panel/detail/PanelLayout.h"
 #include "resources/TroveResources.h"
+#include "views/XrefPropListCtrl.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -211,7 +212,7 @@ TEST_F(PanelLayoutTest, columnWidthsReadAtDoubleScaleHalveWhenWrittenAtSingleSca
         auto panel = Make(600, 800);
         std::vector<int> widths{120, 90};
         panel->SetDetailColumnDipWidths(widths);
-        auto* details = qobject_cast<QTreeView*>(panel->GetDetailsCtrl());
+        auto* details = panel->GetDetailsCtrl();
         ASSERT_NE(details, nullptr);
         EXPECT_EQ(details->columnWidth(0), 240);
         EXPECT_EQ(details->columnWidth(1), 180);
@@ -220,7 +221,7 @@ TEST_F(PanelLayoutTest, columnWidthsReadAtDoubleScaleHalveWhenWrittenAtSingleSca
     }
     auto panel = Make(300, 400);
     panel->SetDetailColumnDipWidths(stored);
-    auto* details = qobject_cast<QTreeView*>(panel->GetDetailsCtrl());
+    auto* details = panel->GetDetailsCtrl();
     EXPECT_EQ(details->columnWidth(0), 120);
     EXPECT_EQ(details->columnWidth(1), 90);
 }
@@ -229,7 +230,7 @@ TEST_F(PanelLayoutTest, columnWidthsRoundAndSkipWhatTheyCannotUse)
 {
     ScopedDpiScale scale(1.5);
     auto panel = Make(450, 600);
-    auto* details = qobject_cast<QTreeView*>(panel->GetDetailsCtrl());
+    auto* details = panel->GetDetailsCtrl();
     std::vector<int> widths{51, 70001};
     panel->SetDetailColumnDipWidths(widths);
     EXPECT_EQ(details->columnWidth(0), 77) << "76.5 rounds away from zero";
@@ -342,7 +343,7 @@ TEST_F(PanelLayoutTest, pressDrawsTheGroupUnderThePointerActive)
     EXPECT_FALSE(lower->IsActive());
     QTest::mouseRelease(panel->GetListCtrl()->viewport(), Qt::LeftButton);
 
-    QWidget* details = qobject_cast<QAbstractScrollArea*>(panel->GetDetailsCtrl())->viewport();
+    QWidget* details = panel->GetDetailsCtrl()->viewport();
     QTest::mousePress(details, Qt::LeftButton);
     EXPECT_FALSE(upper->IsActive());
     EXPECT_TRUE(lower->IsActive());

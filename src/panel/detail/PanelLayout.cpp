@@ -9,42 +9,19 @@
 #include "views/XrefCoupledGroupCtrl.h"
 #include "views/XrefGroupCtrl.h"
 #include "views/XrefPreview.h"
+#include "views/XrefPropListCtrl.h"
 #include "views/XrefTreeCtrl.h"
 
 #include <QHeaderView>
-#include <QStandardItemModel>
-#include <QTreeView>
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr int kNameColumnDipWidth = 100;
-constexpr int kValueColumnDipWidth = 200;
-
 int scaled(double dip, double scale)
 {
     return CZuUiHiDpi::Round(dip * scale);
-}
-
-// The details page: a list of names and values without a header, one row per property of the
-// selected reference.
-QWidget* makeDetailsPage(QWidget* parent)
-{
-    auto* view = new QTreeView(parent);
-    auto* model = new QStandardItemModel(0, 2, view);
-    view->setModel(model);
-    view->setHeaderHidden(true);
-    view->setRootIsDecorated(false);
-    view->setUniformRowHeights(true);
-    view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    view->setSelectionMode(QAbstractItemView::SingleSelection);
-    // The widths are the host's to restore, so the last one must not stretch over them.
-    view->header()->setStretchLastSection(false);
-    view->setColumnWidth(0, CZuUiHiDpi::ScaleX(kNameColumnDipWidth));
-    view->setColumnWidth(1, CZuUiHiDpi::ScaleX(kValueColumnDipWidth));
-    return view;
 }
 
 void setGeometryOf(QWidget* widget, const QRect& rect)
@@ -105,7 +82,7 @@ void PanelLayout::CreateChildren(QWidget& panel, bool troveMode, const Hooks& ho
 
     m_lower = new CXrefGroupCtrl(m_splitter);
     ControlId::Set(m_lower, kLowerGroupId);
-    m_details = makeDetailsPage(m_lower);
+    m_details = new CXrefPropListCtrl(m_lower);
     ControlId::Set(m_details, kDetailsId);
     if (hooks.detailsCreated)
         hooks.detailsCreated(*m_details);
@@ -208,10 +185,10 @@ void PanelLayout::ActivateGroupOf(const QWidget* widget)
 
 void PanelLayout::EnableChildren(bool enable, QWidget* toolBar)
 {
-    for (QWidget* child :
-         {static_cast<QWidget*>(m_splitter), static_cast<QWidget*>(m_upper),
-          static_cast<QWidget*>(m_lower), static_cast<QWidget*>(m_tree),
-          static_cast<QWidget*>(m_list), toolBar, m_details, static_cast<QWidget*>(m_preview)}) {
+    for (QWidget* child : {static_cast<QWidget*>(m_splitter), static_cast<QWidget*>(m_upper),
+                           static_cast<QWidget*>(m_lower), static_cast<QWidget*>(m_tree),
+                           static_cast<QWidget*>(m_list), toolBar, static_cast<QWidget*>(m_details),
+                           static_cast<QWidget*>(m_preview)}) {
         if (child)
             child->setEnabled(enable);
     }
@@ -219,7 +196,7 @@ void PanelLayout::EnableChildren(bool enable, QWidget* toolBar)
 
 std::vector<int> PanelLayout::ColumnDipWidths() const
 {
-    const auto* view = qobject_cast<const QTreeView*>(m_details);
+    const CXrefPropListCtrl* view = m_details;
     if (!view)
         return {};
     const double xs = CZuUiHiDpi::GetMonitorDpiXScale();
@@ -229,7 +206,7 @@ std::vector<int> PanelLayout::ColumnDipWidths() const
 
 void PanelLayout::SetColumnDipWidths(const std::vector<int>& widths)
 {
-    auto* view = qobject_cast<QTreeView*>(m_details);
+    CXrefPropListCtrl* view = m_details;
     if (!view)
         return;
     const double xs = CZuUiHiDpi::GetMonitorDpiXScale();

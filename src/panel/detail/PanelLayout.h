@@ -14,6 +14,7 @@ class CTroveListCtrl;
 class CXrefCoupledGroupCtrl;
 class CXrefGroupCtrl;
 class CXrefPreview;
+class CXrefPropListCtrl;
 class CXrefToolBar;
 class CXrefTreeCtrl;
 class QWidget;
@@ -50,7 +51,7 @@ public:
     {
         std::function<void(CTroveListCtrl&)> listCreated;
         std::function<void(CXrefTreeCtrl&)> treeCreated;
-        std::function<void(QWidget&)> detailsCreated;
+        std::function<void(CXrefPropListCtrl&)> detailsCreated;
         /// After the details page: the list's and the tree's property-edit events.
         std::function<void()> viewsCreated;
         /// The host's stored splitter ratio and lower-pane flag; they arrive holding the default
@@ -121,7 +122,7 @@ public:
     CXrefGroupCtrl* LowerGroup() const { return m_lower; }
     CTroveListCtrl* List() const { return m_list; }
     CXrefTreeCtrl* Tree() const { return m_tree; }
-    QWidget* Details() const { return m_details; }
+    CXrefPropListCtrl* Details() const { return m_details; }
     CXrefPreview* Preview() const { return m_preview; }
 
 private:
@@ -135,6 +136,6 @@ private:
     CXrefGroupCtrl* m_lower = nullptr;
     CTroveListCtrl* m_list = nullptr;
     CXrefTreeCtrl* m_tree = nullptr;
-    QWidget* m_details = nullptr;
+    CXrefPropListCtrl* m_details = nullptr;
     CXrefPreview* m_preview = nullptr;
 };

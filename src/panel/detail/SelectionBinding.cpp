@@ -20,3 +20,13 @@ void SelectionBinding::Clear(CTroveListCtrl* list, CXrefTreeCtrl* tree)
         list->ClearSelection();
     m_items.clear();
 }
+
+bool SelectionBinding::Drop(const CXrefPanelCtrlItem& item)
+{
+    if (m_target.single == &item)
+        m_target.single = nullptr;
+    const auto end = std::remove(m_items.begin(), m_items.end(), &item);
+    const bool selected = end != m_items.end();
+    m_items.erase(end, m_items.end());
+    return selected;
+}
