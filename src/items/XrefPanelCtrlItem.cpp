@@ -67,8 +67,9 @@ CXrefPanelCtrlItem::~CXrefPanelCtrlItem()
         m_treeItem = nullptr;
         if (node->item == this)
             node->item = nullptr;
-        // The nodes below go too; their items stay the host's and only forget their nodes. In
-        // the middle of a subtree removal the tree refuses, and the walk skips the empty node.
+        // The nodes below go too. Their items stay the host's, which owns them and may be
+        // deleting them next: they only forget their nodes and keep their rows until then. In
+        // the middle of a subtree removal the tree refuses, and its walk skips the empty node.
         if (m_treeCtrl)
             m_treeCtrl->DeleteItem(node);
     }

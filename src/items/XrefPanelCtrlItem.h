@@ -50,10 +50,11 @@ public:
     /// Takes @p panel's views as they are now: the panel must be created.
     explicit CXrefPanelCtrlItem(CXrefPanelCtrl& panel);
     /// An item the host deletes while it is still in the panel takes itself out first: out of
-    /// the selection, the details pane and a running edit; its tree node goes with the nodes
-    /// below it (whose items stay the host's, detached); its share of the list row is dropped
-    /// and the row goes with the last share. The host is not called. Items deleted after the
-    /// panel is gone touch nothing.
+    /// the selection, the details pane and a running edit; its share of the list row is dropped
+    /// and the row goes with the last share; its tree node goes with the nodes below it, whose
+    /// items stay the host's: they forget their nodes and keep their rows until the host
+    /// deletes them too. The host is not called. Items deleted after the panel is gone touch
+    /// nothing.
     virtual ~CXrefPanelCtrlItem();
     CXrefPanelCtrlItem(const CXrefPanelCtrlItem&) = delete;
     CXrefPanelCtrlItem& operator=(const CXrefPanelCtrlItem&) = delete;

@@ -341,6 +341,14 @@ void CXrefToolBar::EnableMenuItem(Trove::MenuItems item, unsigned flags)
     m_ToolBarMenuState[command->id] = flags & (CZuUiMenu::Grayed | CZuUiMenu::Disabled);
 }
 
+std::optional<unsigned> CXrefToolBar::MenuCommandState(unsigned id) const
+{
+    const auto it = m_ToolBarMenuState.find(id);
+    if (it == m_ToolBarMenuState.end())
+        return std::nullopt;
+    return it->second;
+}
+
 void CXrefToolBar::EnableMenuItem(QMenu& menu, unsigned id) const
 {
     const auto it = m_ToolBarMenuState.find(id);

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class CXrefBmpComboButton;
@@ -74,6 +75,9 @@ public:
     /// @p flags are kept. Values without a tool bar command are ignored. The state reaches the
     /// menu at the next OnUpdateCmdUI, and then only for the reload and path commands.
     void EnableMenuItem(Trove::MenuItems item, unsigned flags);
+    /// The state remembered for menu command @p id (0 enabled, Grayed or Disabled), applied when
+    /// the command's menu opens; none before anything set it.
+    std::optional<unsigned> MenuCommandState(unsigned id) const;
     /// Enables or disables the refresh button and repaints it at once.
     void EnableRefresh(bool enable);
     /// The same for the change-path button.

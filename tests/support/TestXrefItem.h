@@ -3,7 +3,10 @@
 #include "items/XrefPanelCtrlItem.h"
 #include "items/XrefPanelCtrlItemTypes.h"
 
+#include <array>
 #include <functional>
+#include <optional>
+#include <string>
 
 /// An item class for tests: the host's pure operations answer from switches, and the protected
 /// operations a host class would use are public.
@@ -21,6 +24,15 @@ public:
     bool sortItem = true;
     /// Decides IsPropertyEditable; null: nothing is editable.
     std::function<bool(XrefProperties, int)> editable;
+    int fileType = 64;
+    bool noPreview = false;
+    bool excluded = false;
+    bool needsNote = false;
+    bool noteSuppressed = false;
+    /// What getPathTypeEnabledStatus answers, when set.
+    std::optional<std::array<bool, 3>> pathTypes;
+    /// The details pane's browse settings, when set: filter, extension, caption.
+    std::optional<std::array<std::wstring, 3>> editContext;
 
     bool IsSortItem() const override { return sortItem; }
     bool IsHostDwgItem() const override { return hostDwg; }
@@ -35,6 +47,29 @@ public:
         return editable && editable(property, column);
     }
     bool isPendingRelativePath() const override { return pendingRelativePath; }
+    Attachment::FileType::Enum FileType() const override { return fileType; }
+    bool HasNoPreview() const override { return noPreview; }
+    bool IsExcluded() const override { return excluded; }
+    bool NeedsNote() const override { return needsNote; }
+    bool IsNoteSuppressed(int kind) const override { return kind == 0 && noteSuppressed; }
+    void getPathTypeEnabledStatus(bool& first, bool& second, bool& third) const override
+    {
+        if (pathTypes) {
+            first = (*pathTypes)[0];
+            second = (*pathTypes)[1];
+            third = (*pathTypes)[2];
+        }
+    }
+    bool GetDetailsEditContext(std::wstring& filter, std::wstring& extension,
+                               std::wstring& caption) const override
+    {
+        if (!editContext)
+            return false;
+        filter = (*editContext)[0];
+        extension = (*editContext)[1];
+        caption = (*editContext)[2];
+        return true;
+    }
 
     using CXrefPanelCtrlItem::EditTextStyle;
     using CXrefPanelCtrlItem::FormatDisplayText;
