@@ -94,7 +94,7 @@ void CTroveListCtrl::SelectItem(const CXrefPanelCtrlItem& item)
 {
     const QModelIndex index = IndexFromItem(item);
     const int row = index.isValid() ? index.row() : -1;
-    d->model->AssignSelection([row](int r) { return r == row; });
+    d->model->SelectOnly(row);
     if (row >= 0) {
         d->anchorRow = row;
         d->setFocusRow(row);
@@ -148,7 +148,7 @@ void CTroveListCtrlPrivate::selectAll(Qt::KeyboardModifiers modifiers)
 
 void CTroveListCtrl::ClearSelection()
 {
-    d->model->AssignSelection([](int) { return false; });
+    d->model->SelectOnly(-1);
 }
 
 bool CTroveListCtrl::GetSelectionOrigin() const
@@ -190,7 +190,7 @@ void CTroveListCtrlPrivate::defaultLeftClick(int row, int column, Qt::KeyboardMo
         model->SetSelected(row, !model->IsSelected(row));
         anchorRow = row;
     } else {
-        model->AssignSelection([row](int r) { return r == row; });
+        model->SelectOnly(row);
         anchorRow = row;
     }
     setFocusRow(row);
@@ -257,7 +257,7 @@ void CTroveListCtrlPrivate::rightButtonPress(const QPoint& point)
         return;
     }
     if (!model->IsSelected(row)) {
-        model->AssignSelection([r = row](int each) { return each == r; });
+        model->SelectOnly(row);
         anchorRow = row;
     }
     setFocusRow(row);
@@ -418,7 +418,7 @@ bool CTroveListCtrlPrivate::navigate(QKeyEvent* event)
             anchorRow = target;
         }
     } else {
-        model->AssignSelection([target](int r) { return r == target; });
+        model->SelectOnly(target);
         anchorRow = target;
     }
     setFocusRow(target);

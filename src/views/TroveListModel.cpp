@@ -155,6 +155,7 @@ bool CTroveListModel::RemoveRow(int row)
     if (CTroveListCtrlItem* data = m_rows[row].data)
         data->m_row = -1;
     m_rows.erase(m_rows.begin() + row);
+    spanWholeList();
     for (int i = row; i < int(m_rows.size()); ++i) {
         if (m_rows[i].data)
             m_rows[i].data->m_row = i;
@@ -177,6 +178,8 @@ void CTroveListModel::RemoveAllRows()
     m_announcedRows = 0;
     m_removedRows = 0;
     m_selectedCount = 0;
+    m_spanLow = 0;
+    m_spanHigh = -1;
     m_sharedTexts = QStringList{QString()};
     m_sharedTextIds.clear();
     endResetModel();
@@ -390,6 +393,7 @@ bool CTroveListModel::ApplyOrder(const std::vector<int>& order)
             sorted.back().data->m_row = i;
     }
     m_rows.swap(sorted);
+    spanWholeList();
     const QModelIndexList before = persistentIndexList();
     QModelIndexList after;
     after.reserve(before.size());
@@ -415,8 +419,60 @@ bool CTroveListModel::SetSelected(int row, bool selected)
         return false;
     r.flags ^= CTroveListRow::Selected;
     m_selectedCount += selected ? 1 : -1;
+    if (selected)
+        widenSpan(row, row);
     emit rowSelectionChanged();
     return true;
+}
+
+void CTroveListModel::widenSpan(int low, int high)
+{
+    // Called after the count took the new rows in: with nothing selected before, the span
+    // starts afresh.
+    if (m_spanHigh < m_spanLow) {
+        m_spanLow = low;
+        m_spanHigh = high;
+        return;
+    }
+    m_spanLow = std::min(m_spanLow, low);
+    m_spanHigh = std::max(m_spanHigh, high);
+}
+
+void CTroveListModel::spanWholeList()
+{
+    m_spanLow = 0;
+    m_spanHigh = int(m_rows.size()) - 1;
+}
+
+void CTroveListModel::SelectOnly(int row)
+{
+    bool changed = false;
+    const bool keeps =
+        row >= 0 && row < int(m_rows.size()) && m_rows[std::size_t(row)].IsSelected();
+    int others = m_selectedCount - (keeps ? 1 : 0);
+    const int end = std::min(m_spanHigh + 1, int(m_rows.size()));
+    for (int r = std::max(0, m_spanLow); others > 0 && r < end; ++r) {
+        if (r != row && m_rows[std::size_t(r)].IsSelected()) {
+            m_rows[std::size_t(r)].flags &= ~CTroveListRow::Selected;
+            --m_selectedCount;
+            --others;
+            changed = true;
+        }
+    }
+    m_spanLow = 0;
+    m_spanHigh = -1;
+    const bool valid = row >= 0 && row < int(m_rows.size()) && m_rows[std::size_t(row)].data;
+    if (valid) {
+        CTroveListRow& r = m_rows[std::size_t(row)];
+        if (!r.IsSelected()) {
+            r.flags |= CTroveListRow::Selected;
+            changed = true;
+        }
+        m_selectedCount = 1;
+        m_spanLow = m_spanHigh = row;
+    }
+    if (changed)
+        emit rowSelectionChanged();
 }
 
 void CTroveListModel::SetRangeSelected(int first, int last, bool selected)
@@ -432,6 +488,8 @@ void CTroveListModel::SetRangeSelected(int first, int last, bool selected)
         m_selectedCount += selected ? 1 : -1;
         changed = true;
     }
+    if (selected && first <= last)
+        widenSpan(first, last);
     if (changed)
         emit rowSelectionChanged();
 }
@@ -440,10 +498,7 @@ std::vector<int> CTroveListModel::SelectedRows() const
 {
     std::vector<int> rows;
     rows.reserve(std::size_t(m_selectedCount));
-    for (int row = 0; row < int(m_rows.size()) && int(rows.size()) < m_selectedCount; ++row) {
-        if (m_rows[row].IsSelected())
-            rows.push_back(row);
-    }
+    ForEachSelected([&rows](int row, const CTroveListCtrlItem*) { rows.push_back(row); });
     return rows;
 }
 
@@ -451,7 +506,8 @@ int CTroveListModel::FirstSelectedRow() const
 {
     if (m_selectedCount == 0)
         return -1;
-    for (int row = 0; row < int(m_rows.size()); ++row) {
+    const int end = std::min(m_spanHigh + 1, int(m_rows.size()));
+    for (int row = std::max(0, m_spanLow); row < end; ++row) {
         if (m_rows[row].IsSelected())
             return row;
     }
@@ -462,7 +518,8 @@ int CTroveListModel::LastSelectedRow() const
 {
     if (m_selectedCount == 0)
         return -1;
-    for (int row = int(m_rows.size()) - 1; row >= 0; --row) {
+    for (int row = std::min(m_spanHigh, int(m_rows.size()) - 1); row >= std::max(0, m_spanLow);
+         --row) {
         if (m_rows[row].IsSelected())
             return row;
     }
@@ -534,6 +591,7 @@ void CTroveListModel::dropRemovedRows()
         m_announcedRows = int(m_rows.size());
         endResetModel();
     }
+    spanWholeList();
     for (int i = runs.back().first; i < int(m_rows.size()); ++i)
         m_rows[i].data->m_row = i;
 }

@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QStringList>
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -98,6 +99,8 @@ public:
     {
         int count = 0;
         bool changed = false;
+        int low = int(m_rows.size());
+        int high = -1;
         for (int row = 0; row < int(m_rows.size()); ++row) {
             CTroveListRow& r = m_rows[row];
             const bool want = r.data && selected(row);
@@ -105,21 +108,31 @@ public:
                 r.flags ^= CTroveListRow::Selected;
                 changed = true;
             }
+            if (want) {
+                low = std::min(low, row);
+                high = row;
+            }
             count += want;
         }
         m_selectedCount = count;
+        m_spanLow = low;
+        m_spanHigh = high;
         if (changed)
             emit rowSelectionChanged();
     }
+    /// Makes @p row the one selected row (none for an invalid row). Costs the span of the
+    /// selection it replaces, not the whole list: a click among many rows stays cheap.
+    void SelectOnly(int row);
     int SelectedCount() const { return m_selectedCount; }
     /// Calls @p visit(row, record) for each selected row, in ascending order.
     template <typename Visit> void ForEachSelected(Visit visit) const
     {
-        int row = 0;
         int left = m_selectedCount;
-        for (auto it = m_rows.begin(); left > 0 && it != m_rows.end(); ++it, ++row) {
-            if (it->IsSelected()) {
-                visit(row, it->data);
+        const int end = std::min(m_spanHigh + 1, int(m_rows.size()));
+        for (int row = std::max(0, m_spanLow); left > 0 && row < end; ++row) {
+            const CTroveListRow& r = m_rows[std::size_t(row)];
+            if (r.IsSelected()) {
+                visit(row, r.data);
                 --left;
             }
         }
@@ -175,5 +188,11 @@ private:
     int m_removedRows = 0;
     int m_announcedRows = 0;
     int m_selectedCount = 0;
+    // Every selected row lies in [m_spanLow, m_spanHigh]; the span may be wider than the
+    // selection. Row moves and removals widen it to the whole list.
+    int m_spanLow = 0;
+    int m_spanHigh = -1;
+    void widenSpan(int low, int high);
+    void spanWholeList();
     std::unique_ptr<ChangeCoalescer> m_changes;
 };

@@ -10,9 +10,11 @@
 class NullXrefPanel : public CXrefPanelCtrl
 {
 public:
-    explicit NullXrefPanel(std::shared_ptr<CXrefToolBar> toolBar = nullptr)
+    /// With a @p sortColumn the list sorts by it from the start.
+    explicit NullXrefPanel(std::shared_ptr<CXrefToolBar> toolBar = nullptr, int sortColumn = -1)
         : CXrefPanelCtrl(nullptr, std::move(toolBar), std::make_shared<CXrefMessageBox>(), false,
-                         FileReferenceViewType::ListView, DetailsViewType::Details, -1, true)
+                         FileReferenceViewType::ListView, DetailsViewType::Details, sortColumn,
+                         true)
     {}
     std::wstring GetTroveStateToolTipText(CXrefPanelCtrlItem&) override { return {}; }
     void FillStateImageList(CZuUiImageList&, bool, int) override {}
