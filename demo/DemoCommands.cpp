@@ -1,0 +1,529 @@
+#include "DemoCommands.h"
+
+#include "DemoItems.h"
+#include "DocumentRepository.h"
+#include "HostPanel.h"
+#include "XrefDocument.h"
+
+#include "framework/ZuUiMessageBox.h"
+#include "host/KvUiNavDialog.h"
+#include "items/XrefPanelCtrlItemStatus.h"
+#include "panel/MenuItems.h"
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QUrl>
+
+namespace {
+
+struct KindInfo
+{
+    ReferenceKind kind;
+    const char* description;
+    const char* patterns;
+};
+
+const KindInfo kKinds[] = {
+    {ReferenceKind::Drawing, "Drawings", "*.dwg"},
+    {ReferenceKind::RasterImage, "Images", "*.png;*.jpg;*.jpeg;*.bmp;*.tif;*.tiff;*.gif"},
+    {ReferenceKind::PdfUnderlay, "PDF files", "*.pdf"},
+    {ReferenceKind::DwfUnderlay, "DWF files", "*.dwf;*.dwfx"},
+    {ReferenceKind::DgnUnderlay, "DGN files", "*.dgn"},
+    {ReferenceKind::PointCloud, "Point clouds", "*.e57;*.las;*.laz;*.pts;*.rcp"},
+    {ReferenceKind::CoordinationModel, "Coordination models", "*.ifc;*.nwd;*.nwc"},
+    {ReferenceKind::DataLink, "Data links", "*.csv;*.xlsx;*.xls"},
+};
+
+QString nameOf(const DemoItem& item)
+{
+    return QString::fromStdWString(item.GetText());
+}
+
+bool askFindAndReplace(QString& find, QString& replace)
+{
+    QDialog dialog;
+    dialog.setWindowTitle(QStringLiteral("Find and Replace in Saved Paths"));
+    auto* layout = new QFormLayout(&dialog);
+    auto* findEdit = new QLineEdit(find, &dialog);
+    auto* replaceEdit = new QLineEdit(replace, &dialog);
+    layout->addRow(QStringLiteral("&Find:"), findEdit);
+    layout->addRow(QStringLiteral("&Replace with:"), replaceEdit);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    layout->addRow(buttons);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    find = findEdit->text();
+    replace = replaceEdit->text();
+    return true;
+}
+
+} // namespace
+
+DemoCommands::DemoCommands(HostPanel& panel, XrefDocument& document, DocumentRepository* repository)
+    : AskFindAndReplace(askFindAndReplace), m_panel(panel), m_document(document),
+      m_repository(repository)
+{}
+
+ReferenceKind DemoCommands::KindOfFile(const QString& path)
+{
+    const QString suffix = QStringLiteral("*.") + QFileInfo(path).suffix().toLower();
+    for (const KindInfo& info : kKinds)
+        if (QString::fromLatin1(info.patterns).split(QLatin1Char(';')).contains(suffix))
+            return info.kind;
+    return ReferenceKind::Drawing;
+}
+
+QString DemoCommands::FileFilter(ReferenceKind kind, bool anyKind)
+{
+    QString filter;
+    QStringList all;
+    for (const KindInfo& info : kKinds) {
+        all << QString::fromLatin1(info.patterns);
+        if (anyKind || info.kind == kind)
+            filter += QStringLiteral("%1 (%2)|%2|")
+                          .arg(QLatin1String(info.description), QLatin1String(info.patterns));
+    }
+    if (anyKind)
+        filter.prepend(QStringLiteral("All references|%1|").arg(all.join(QLatin1Char(';'))));
+    return filter + QLatin1Char('|');
+}
+
+QWidget* DemoCommands::dialogParent() const
+{
+    return m_panel.window();
+}
+
+void DemoCommands::message(const QString& text)
+{
+    m_panel.ShowMessage(text);
+}
+
+QString DemoCommands::Save()
+{
+    const QString fault = m_document.Save();
+    m_panel.EnableHostModStatus(true, m_document.IsModified());
+    if (!fault.isEmpty())
+        message(fault);
+    return fault;
+}
+
+void DemoCommands::finish(const QString& done)
+{
+    if (Save().isEmpty())
+        message(done);
+}
+
+// The own reference at table row @p record as the document lists it now: an edit may have
+// re-listed the occurrences since the panel was filled.
+static int ownOccurrence(const XrefDocument& document, int record)
+{
+    const std::vector<Occurrence>& occurrences = document.Occurrences();
+    for (std::size_t i = 0; i < occurrences.size(); ++i)
+        if (occurrences[i].parent == 0 && occurrences[i].record == record)
+            return int(i);
+    return -1;
+}
+
+void DemoCommands::Run(int command, const std::vector<DemoItem*>& items)
+{
+    switch (command) {
+    case Trove::Attach:
+        return AttachWithDialog(ReferenceKind::Drawing, true);
+    case Trove::AttachDWG:
+        return AttachWithDialog(ReferenceKind::Drawing, false);
+    case Trove::AttachImage:
+        return AttachWithDialog(ReferenceKind::RasterImage, false);
+    case Trove::AttachDWF:
+        return AttachWithDialog(ReferenceKind::DwfUnderlay, false);
+    case Trove::AttachDGN:
+        return AttachWithDialog(ReferenceKind::DgnUnderlay, false);
+    case Trove::AttachPDF:
+        return AttachWithDialog(ReferenceKind::PdfUnderlay, false);
+    case Trove::AttachPointCloud:
+        return AttachWithDialog(ReferenceKind::PointCloud, false);
+    case Trove::AttachOrbiskModel:
+        return AttachWithDialog(ReferenceKind::CoordinationModel, false);
+    case Trove::AttachFromTrove:
+        return AttachWithDialog(ReferenceKind::Drawing, true, true);
+    case Trove::Refresh:
+        m_document.Refresh();
+        return message(QStringLiteral("Looked for every file again: %1 references.")
+                           .arg(m_document.Occurrences().size() - 1));
+    case Trove::ReloadAllXRefs:
+        m_document.Refresh();
+        return message(QStringLiteral("Reloaded all references."));
+    case Trove::HostCommand3:
+        if (items.size() == 1)
+            open(*items.front());
+        return;
+    case Trove::HostCommand6:
+        return setUnloaded(items, true);
+    case Trove::HostCommand7:
+        return reload(items);
+    case Trove::HostCommand9:
+        return detach(items);
+    case Trove::HostCommand16:
+        if (items.size() == 1 && !items.front()->FoundAt().isEmpty()) {
+            QGuiApplication::clipboard()->setText(
+                QDir::toNativeSeparators(items.front()->FoundAt()));
+            message(QStringLiteral("Copied the path of \"%1\".").arg(nameOf(*items.front())));
+        }
+        return;
+    case Trove::HostCommand25:
+        if (items.size() == 1 && !items.front()->FoundAt().isEmpty())
+            QDesktopServices::openUrl(
+                QUrl::fromLocalFile(QFileInfo(items.front()->FoundAt()).absolutePath()));
+        return;
+    case Trove::RemovePath:
+    case Trove::MakePathRelative:
+    case Trove::MakePathAbsolute:
+        return changePaths(command, items);
+    case Trove::SelectNewPath:
+        if (items.size() == 1)
+            selectNewPath(*items.front());
+        return;
+    case Trove::FindAndReplace:
+        return findAndReplace(items);
+    case HostPanel::CheckOut:
+    case HostPanel::CheckIn:
+    case HostPanel::UndoCheckOut:
+    case HostPanel::GetLatest:
+        return repositoryCommand(command, items);
+    default:
+        // The tool-tip menu's close entry and the commands of other hosts need nothing here.
+        return;
+    }
+}
+
+void DemoCommands::AttachWithDialog(ReferenceKind kind, bool anyKind, bool fromRepository)
+{
+    if (!m_document.IsOpen())
+        return message(QStringLiteral("Open a drawing first."));
+    if (fromRepository && !m_repository)
+        return message(QStringLiteral("No repository is open."));
+    CKvUiNavDialog dialog;
+    dialog.SetCaption(fromRepository ? QStringLiteral("Attach from Repository")
+                                     : QStringLiteral("Select Reference File"));
+    dialog.SetFilter(FileFilter(kind, anyKind));
+    dialog.SetInitialPath(fromRepository ? m_repository->Folder()
+                                         : QFileInfo(m_document.Path()).absolutePath());
+    if (!dialog.DoModal(dialogParent()) || dialog.SelectedPaths().isEmpty())
+        return;
+    const QString path = dialog.SelectedPaths().constFirst();
+    if (fromRepository && !m_repository->Contains(path))
+        return message(
+            QStringLiteral("\"%1\" is not in the repository.").arg(QFileInfo(path).fileName()));
+    const QString fault = AttachFile(path, anyKind ? KindOfFile(path) : kind);
+    if (!fault.isEmpty())
+        message(fault);
+}
+
+QString DemoCommands::AttachFile(const QString& path, ReferenceKind kind)
+{
+    const QFileInfo info(path);
+    if (!info.isFile())
+        return QStringLiteral("\"%1\" is not a file.").arg(path);
+    ReferenceRecord record;
+    record.kind = kind;
+    // A second file of the same name gets a numbered name, as references need unique names.
+    const QString base =
+        info.completeBaseName().isEmpty() ? info.fileName() : info.completeBaseName();
+    record.name = base;
+    for (int n = 2; !m_document.CheckName(record.name).isEmpty() && n < 1000; ++n)
+        record.name = QStringLiteral("%1 (%2)").arg(base).arg(n);
+    // Files inside the drawing's folder are saved relative to it, so the project can move.
+    const QDir hostFolder(QFileInfo(m_document.Path()).absolutePath());
+    const QString relative = hostFolder.relativeFilePath(info.absoluteFilePath());
+    record.savedPath =
+        relative.startsWith(QLatin1String("..")) ? info.absoluteFilePath() : relative;
+    if (const QString fault = m_document.Attach(record); !fault.isEmpty())
+        return fault;
+    if (m_repository && m_repository->Contains(path))
+        m_repository->Add(path);
+    finish(QStringLiteral("Attached \"%1\".").arg(record.name));
+    return {};
+}
+
+bool DemoCommands::ApplyEdit(const std::vector<DemoItem*>& items, Trove::XrefProperties property,
+                             const QString&, const QString& newValue)
+{
+    if (items.empty())
+        return false;
+    for (const DemoItem* item : items)
+        if (!item->IsOwnReference()) {
+            message(QStringLiteral("\"%1\" belongs to another drawing: open that drawing to "
+                                   "change it.")
+                        .arg(nameOf(*item)));
+            return false;
+        }
+    QString fault;
+    switch (property) {
+    case Trove::XrefProperties::Name: {
+        if (items.size() != 1)
+            return false;
+        DemoItem& item = *items.front();
+        fault = m_document.Rename(ownOccurrence(m_document, item.Record()), newValue);
+        if (fault.isEmpty())
+            item.SetText(newValue.toStdWString());
+        break;
+    }
+    case Trove::XrefProperties::Type: {
+        const bool overlay = newValue == OverlayTypeText();
+        if (!overlay && newValue != AttachTypeText()) {
+            fault = QStringLiteral("A reference is either \"%1\" or \"%2\".")
+                        .arg(AttachTypeText(), OverlayTypeText());
+            break;
+        }
+        for (const DemoItem* item : items)
+            if (item->Kind() != ReferenceKind::Drawing)
+                fault = QStringLiteral("Only drawings can be overlays.");
+        for (std::size_t i = 0; fault.isEmpty() && i < items.size(); ++i) {
+            fault = m_document.SetOverlay(ownOccurrence(m_document, items[i]->Record()), overlay);
+            if (fault.isEmpty())
+                items[i]->SetType(newValue.toStdWString());
+        }
+        break;
+    }
+    case Trove::XrefProperties::SavedPath:
+        for (std::size_t i = 0; fault.isEmpty() && i < items.size(); ++i)
+            fault = setSavedPath(*items[i], newValue);
+        break;
+    default:
+        fault = QStringLiteral("This value cannot be changed here.");
+        break;
+    }
+    if (!fault.isEmpty()) {
+        message(fault);
+        return false;
+    }
+    finish(
+        QStringLiteral("Saved the change to \"%1\".").arg(QFileInfo(m_document.Path()).fileName()));
+    return true;
+}
+
+QString DemoCommands::setSavedPath(DemoItem& item, const QString& savedPath)
+{
+    return m_document.SetSavedPath(ownOccurrence(m_document, item.Record()), savedPath);
+}
+
+void DemoCommands::StatusDoubleClicked(DemoItem& item)
+{
+    const std::vector<Occurrence>& occurrences = m_document.Occurrences();
+    const int index = item.OccurrenceIndex();
+    if (index < 0 || std::size_t(index) >= occurrences.size())
+        return;
+    const Occurrence& occurrence = occurrences[std::size_t(index)];
+    switch (occurrence.state) {
+    case ReferenceState::NeedsReloading:
+        return reload({&item});
+    case ReferenceState::Unloaded:
+        if (item.IsOwnReference())
+            return setUnloaded({&item}, false);
+        break;
+    case ReferenceState::NotFound:
+        if (item.IsOwnReference())
+            return selectNewPath(item);
+        break;
+    default:
+        break;
+    }
+    QString text = QStringLiteral("%1: %2").arg(
+        nameOf(item), CXrefPanelCtrlItemStatus::ToString(item.GetReferenceStatusText()));
+    if (!occurrence.message.isEmpty())
+        text += QStringLiteral(" - ") + occurrence.message;
+    else if (!item.FoundAt().isEmpty())
+        text += QStringLiteral(" - ") + QDir::toNativeSeparators(item.FoundAt());
+    message(text);
+}
+
+void DemoCommands::Help()
+{
+    CZuUiMessageBox::Show(
+        QStringLiteral(
+            "External References\n\n"
+            "The list shows every file the drawing references, the tree shows where each is "
+            "referenced from. Attach files with the Attach button, look for changed files with "
+            "Refresh, and right-click a reference to open, reload, unload, detach or re-path "
+            "it. Rename a reference with F2, and change its type or saved path in the Details "
+            "pane. Double-click a status to deal with it: reload a changed file, look for a "
+            "missing one.\n\n"
+            "Every change is saved to the drawing at once."),
+        0x40, 0);
+}
+
+void DemoCommands::SortChanged(int column, bool ascending)
+{
+    Q_UNUSED(column)
+    Q_UNUSED(ascending)
+    // The list keeps its own sort; the window stores it with the settings when it closes.
+}
+
+void DemoCommands::reload(const std::vector<DemoItem*>& items)
+{
+    std::vector<DemoItem*> unloaded;
+    for (DemoItem* item : items)
+        if (item->IsOwnReference() && item->GetReferenceStatusIcon() == RefStatus::Unloaded)
+            unloaded.push_back(item);
+    if (!unloaded.empty())
+        return setUnloaded(unloaded, false);
+    m_document.Refresh();
+    message(items.size() == 1 ? QStringLiteral("Reloaded \"%1\".").arg(nameOf(*items.front()))
+                              : QStringLiteral("Reloaded %1 references.").arg(items.size()));
+}
+
+void DemoCommands::setUnloaded(const std::vector<DemoItem*>& items, bool unloaded)
+{
+    std::vector<int> records;
+    for (const DemoItem* item : items)
+        if (item->IsOwnReference())
+            records.push_back(item->Record());
+    if (records.empty())
+        return message(QStringLiteral("Only the drawing's own references can be unloaded."));
+    for (const int record : records)
+        if (const QString fault =
+                m_document.SetUnloaded(ownOccurrence(m_document, record), unloaded);
+            !fault.isEmpty())
+            return message(fault);
+    finish(unloaded ? QStringLiteral("Unloaded %1 references.").arg(records.size())
+                    : QStringLiteral("Reloaded %1 references.").arg(records.size()));
+}
+
+void DemoCommands::detach(const std::vector<DemoItem*>& items)
+{
+    std::vector<int> records;
+    QStringList names;
+    for (const DemoItem* item : items)
+        if (item->IsOwnReference()) {
+            records.push_back(item->Record());
+            names << nameOf(*item);
+        }
+    if (records.empty())
+        return message(QStringLiteral("Only the drawing's own references can be detached."));
+    // Later rows first: detaching a row moves the ones after it.
+    std::sort(records.rbegin(), records.rend());
+    for (const int record : records)
+        if (const QString fault = m_document.Detach(ownOccurrence(m_document, record));
+            !fault.isEmpty())
+            return message(fault);
+    finish(QStringLiteral("Detached %1.").arg(names.join(QStringLiteral(", "))));
+}
+
+void DemoCommands::changePaths(int command, const std::vector<DemoItem*>& items)
+{
+    const QDir hostFolder(QFileInfo(m_document.Path()).absolutePath());
+    int changed = 0;
+    for (DemoItem* item : items) {
+        bool removePath = false, makeRelative = false, makeAbsolute = false;
+        item->GetPathOperations(removePath, makeRelative, makeAbsolute);
+        QString path;
+        if (command == Trove::RemovePath && removePath) {
+            path = QFileInfo(FileLocator::Normalised(item->SavedPath())).fileName();
+        } else if (command == Trove::MakePathRelative && makeRelative) {
+            path = hostFolder.relativeFilePath(item->FoundAt());
+            if (!path.startsWith(QLatin1String("..")))
+                path.prepend(QStringLiteral("./"));
+        } else if (command == Trove::MakePathAbsolute && makeAbsolute) {
+            path = item->FoundAt();
+        } else {
+            continue;
+        }
+        if (const QString fault = setSavedPath(*item, path); !fault.isEmpty())
+            return message(fault);
+        ++changed;
+    }
+    if (changed == 0)
+        return message(QStringLiteral("No saved path needed changing."));
+    finish(QStringLiteral("Changed %1 saved paths.").arg(changed));
+}
+
+void DemoCommands::selectNewPath(DemoItem& item)
+{
+    if (!item.IsOwnReference())
+        return message(QStringLiteral("\"%1\" belongs to another drawing.").arg(nameOf(item)));
+    CKvUiNavDialog dialog;
+    dialog.SetCaption(QStringLiteral("Select New Path for \"%1\"").arg(nameOf(item)));
+    dialog.SetFilter(FileFilter(item.Kind(), false));
+    dialog.SetInitialPath(item.FoundAt().isEmpty() ? QFileInfo(m_document.Path()).absolutePath()
+                                                   : item.FoundAt());
+    if (!dialog.DoModal(dialogParent()) || dialog.SelectedPaths().isEmpty())
+        return;
+    const QString name = nameOf(item);
+    if (const QString fault = setSavedPath(item, dialog.SelectedPaths().constFirst());
+        !fault.isEmpty())
+        return message(fault);
+    finish(QStringLiteral("\"%1\" now points at %2.")
+               .arg(name, QDir::toNativeSeparators(dialog.SelectedPaths().constFirst())));
+}
+
+void DemoCommands::findAndReplace(const std::vector<DemoItem*>& items)
+{
+    QString find;
+    QString replace;
+    if (!AskFindAndReplace || !AskFindAndReplace(find, replace) || find.isEmpty())
+        return;
+    // Record rows and paths first: each change re-lists the document.
+    std::vector<std::pair<int, QString>> changes;
+    for (const DemoItem* item : items) {
+        if (!item->IsOwnReference() || !item->SavedPath().contains(find, Qt::CaseInsensitive))
+            continue;
+        QString path = item->SavedPath();
+        changes.emplace_back(item->Record(), path.replace(find, replace, Qt::CaseInsensitive));
+    }
+    for (const auto& [record, path] : changes)
+        if (const QString fault = m_document.SetSavedPath(ownOccurrence(m_document, record), path);
+            !fault.isEmpty())
+            return message(fault);
+    if (changes.empty())
+        return message(QStringLiteral("No saved path contains \"%1\".").arg(find));
+    finish(QStringLiteral("Replaced \"%1\" with \"%2\" in %3 saved paths.")
+               .arg(find, replace)
+               .arg(changes.size()));
+}
+
+void DemoCommands::repositoryCommand(int command, const std::vector<DemoItem*>& items)
+{
+    if (!m_repository || items.size() != 1 || items.front()->FoundAt().isEmpty())
+        return;
+    const QString path = items.front()->FoundAt();
+    QString fault;
+    QString done;
+    switch (command) {
+    case HostPanel::CheckOut:
+        fault = m_repository->CheckOut(path);
+        done = QStringLiteral("Checked out \"%1\".");
+        break;
+    case HostPanel::CheckIn:
+        fault = m_repository->CheckIn(path);
+        done = QStringLiteral("Checked in \"%1\".");
+        break;
+    case HostPanel::UndoCheckOut:
+        fault = m_repository->UndoCheckOut(path);
+        done = QStringLiteral("Gave \"%1\" back unchanged.");
+        break;
+    default:
+        fault = m_repository->GetLatest(path);
+        done = QStringLiteral("Got the latest version of \"%1\".");
+        break;
+    }
+    m_panel.UpdateRepositoryStates();
+    message(fault.isEmpty() ? done.arg(QFileInfo(path).fileName()) : fault);
+}
+
+void DemoCommands::open(const DemoItem& item)
+{
+    if (item.FoundAt().isEmpty())
+        return message(QStringLiteral("\"%1\" was not found.").arg(nameOf(item)));
+    if (item.Kind() == ReferenceKind::Drawing)
+        emit OpenDrawingRequested(item.FoundAt());
+    else
+        QDesktopServices::openUrl(QUrl::fromLocalFile(item.FoundAt()));
+}
