@@ -124,9 +124,9 @@ void DemoCommands::finish(const QString& done)
 
 // The own reference at table row @p record as the document lists it now: an edit may have
 // re-listed the occurrences since the panel was filled.
-static int ownOccurrence(const XrefDocument& document, int record)
+int DemoCommands::ownOccurrence(int record) const
 {
-    const std::vector<Occurrence>& occurrences = document.Occurrences();
+    const std::vector<Occurrence>& occurrences = m_document.Occurrences();
     for (std::size_t i = 0; i < occurrences.size(); ++i)
         if (occurrences[i].parent == 0 && occurrences[i].record == record)
             return int(i);
@@ -271,7 +271,7 @@ bool DemoCommands::ApplyEdit(const std::vector<DemoItem*>& items, Trove::XrefPro
         if (items.size() != 1)
             return false;
         DemoItem& item = *items.front();
-        fault = m_document.Rename(ownOccurrence(m_document, item.Record()), newValue);
+        fault = m_document.Rename(ownOccurrence(item.Record()), newValue);
         if (fault.isEmpty())
             item.SetText(newValue.toStdWString());
         break;
@@ -287,7 +287,7 @@ bool DemoCommands::ApplyEdit(const std::vector<DemoItem*>& items, Trove::XrefPro
             if (item->Kind() != ReferenceKind::Drawing)
                 fault = QStringLiteral("Only drawings can be overlays.");
         for (std::size_t i = 0; fault.isEmpty() && i < items.size(); ++i) {
-            fault = m_document.SetOverlay(ownOccurrence(m_document, items[i]->Record()), overlay);
+            fault = m_document.SetOverlay(ownOccurrence(items[i]->Record()), overlay);
             if (fault.isEmpty())
                 items[i]->SetType(newValue.toStdWString());
         }
@@ -312,7 +312,7 @@ bool DemoCommands::ApplyEdit(const std::vector<DemoItem*>& items, Trove::XrefPro
 
 QString DemoCommands::setSavedPath(DemoItem& item, const QString& savedPath)
 {
-    return m_document.SetSavedPath(ownOccurrence(m_document, item.Record()), savedPath);
+    return m_document.SetSavedPath(ownOccurrence(item.Record()), savedPath);
 }
 
 void DemoCommands::StatusDoubleClicked(DemoItem& item)
@@ -389,8 +389,7 @@ void DemoCommands::setUnloaded(const std::vector<DemoItem*>& items, bool unloade
     if (records.empty())
         return message(QStringLiteral("Only the drawing's own references can be unloaded."));
     for (const int record : records)
-        if (const QString fault =
-                m_document.SetUnloaded(ownOccurrence(m_document, record), unloaded);
+        if (const QString fault = m_document.SetUnloaded(ownOccurrence(record), unloaded);
             !fault.isEmpty())
             return message(fault);
     finish(unloaded ? QStringLiteral("Unloaded %1 references.").arg(records.size())
@@ -411,111 +410,9 @@ void DemoCommands::detach(const std::vector<DemoItem*>& items)
     // Later rows first: detaching a row moves the ones after it.
     std::sort(records.rbegin(), records.rend());
     for (const int record : records)
-        if (const QString fault = m_document.Detach(ownOccurrence(m_document, record));
-            !fault.isEmpty())
+        if (const QString fault = m_document.Detach(ownOccurrence(record)); !fault.isEmpty())
             return message(fault);
     finish(QStringLiteral("Detached %1.").arg(names.join(QStringLiteral(", "))));
-}
-
-void DemoCommands::changePaths(int command, const std::vector<DemoItem*>& items)
-{
-    const QDir hostFolder(QFileInfo(m_document.Path()).absolutePath());
-    int changed = 0;
-    for (DemoItem* item : items) {
-        bool removePath = false, makeRelative = false, makeAbsolute = false;
-        item->GetPathOperations(removePath, makeRelative, makeAbsolute);
-        QString path;
-        if (command == Trove::RemovePath && removePath) {
-            path = QFileInfo(FileLocator::Normalised(item->SavedPath())).fileName();
-        } else if (command == Trove::MakePathRelative && makeRelative) {
-            path = hostFolder.relativeFilePath(item->FoundAt());
-            if (!path.startsWith(QLatin1String("..")))
-                path.prepend(QStringLiteral("./"));
-        } else if (command == Trove::MakePathAbsolute && makeAbsolute) {
-            path = item->FoundAt();
-        } else {
-            continue;
-        }
-        if (const QString fault = setSavedPath(*item, path); !fault.isEmpty())
-            return message(fault);
-        ++changed;
-    }
-    if (changed == 0)
-        return message(QStringLiteral("No saved path needed changing."));
-    finish(QStringLiteral("Changed %1 saved paths.").arg(changed));
-}
-
-void DemoCommands::selectNewPath(DemoItem& item)
-{
-    if (!item.IsOwnReference())
-        return message(QStringLiteral("\"%1\" belongs to another drawing.").arg(nameOf(item)));
-    CKvUiNavDialog dialog;
-    dialog.SetCaption(QStringLiteral("Select New Path for \"%1\"").arg(nameOf(item)));
-    dialog.SetFilter(FileFilter(item.Kind(), false));
-    dialog.SetInitialPath(item.FoundAt().isEmpty() ? QFileInfo(m_document.Path()).absolutePath()
-                                                   : item.FoundAt());
-    if (!dialog.DoModal(dialogParent()) || dialog.SelectedPaths().isEmpty())
-        return;
-    const QString name = nameOf(item);
-    if (const QString fault = setSavedPath(item, dialog.SelectedPaths().constFirst());
-        !fault.isEmpty())
-        return message(fault);
-    finish(QStringLiteral("\"%1\" now points at %2.")
-               .arg(name, QDir::toNativeSeparators(dialog.SelectedPaths().constFirst())));
-}
-
-void DemoCommands::findAndReplace(const std::vector<DemoItem*>& items)
-{
-    QString find;
-    QString replace;
-    if (!AskFindAndReplace || !AskFindAndReplace(find, replace) || find.isEmpty())
-        return;
-    // Record rows and paths first: each change re-lists the document.
-    std::vector<std::pair<int, QString>> changes;
-    for (const DemoItem* item : items) {
-        if (!item->IsOwnReference() || !item->SavedPath().contains(find, Qt::CaseInsensitive))
-            continue;
-        QString path = item->SavedPath();
-        changes.emplace_back(item->Record(), path.replace(find, replace, Qt::CaseInsensitive));
-    }
-    for (const auto& [record, path] : changes)
-        if (const QString fault = m_document.SetSavedPath(ownOccurrence(m_document, record), path);
-            !fault.isEmpty())
-            return message(fault);
-    if (changes.empty())
-        return message(QStringLiteral("No saved path contains \"%1\".").arg(find));
-    finish(QStringLiteral("Replaced \"%1\" with \"%2\" in %3 saved paths.")
-               .arg(find, replace)
-               .arg(changes.size()));
-}
-
-void DemoCommands::repositoryCommand(int command, const std::vector<DemoItem*>& items)
-{
-    if (!m_repository || items.size() != 1 || items.front()->FoundAt().isEmpty())
-        return;
-    const QString path = items.front()->FoundAt();
-    QString fault;
-    QString done;
-    switch (command) {
-    case HostPanel::CheckOut:
-        fault = m_repository->CheckOut(path);
-        done = QStringLiteral("Checked out \"%1\".");
-        break;
-    case HostPanel::CheckIn:
-        fault = m_repository->CheckIn(path);
-        done = QStringLiteral("Checked in \"%1\".");
-        break;
-    case HostPanel::UndoCheckOut:
-        fault = m_repository->UndoCheckOut(path);
-        done = QStringLiteral("Gave \"%1\" back unchanged.");
-        break;
-    default:
-        fault = m_repository->GetLatest(path);
-        done = QStringLiteral("Got the latest version of \"%1\".");
-        break;
-    }
-    m_panel.UpdateRepositoryStates();
-    message(fault.isEmpty() ? done.arg(QFileInfo(path).fileName()) : fault);
 }
 
 void DemoCommands::open(const DemoItem& item)

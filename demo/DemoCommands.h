@@ -57,6 +57,8 @@ signals:
     void OpenDrawingRequested(const QString& path);
 
 private:
+    /// The occurrence of the own reference at table row @p record, as listed now; -1 for none.
+    int ownOccurrence(int record) const;
     QString setSavedPath(DemoItem& item, const QString& savedPath);
     void reload(const std::vector<DemoItem*>& items);
     void setUnloaded(const std::vector<DemoItem*>& items, bool unloaded);
