@@ -73,7 +73,8 @@ TEST_F(DemoRepositoryTest, repositoryCommandsChangeTheStateFiles)
 
     // Someone else's document and an out-of-date one cannot be checked out.
     Panel().OnMenuSelection(Trove::MenuItems(HostPanel::CheckOut), Items({"Columns"}));
-    EXPECT_TRUE(Panel().Message().contains(QLatin1String("mira"))) << Panel().Message().toStdString();
+    EXPECT_TRUE(Panel().Message().contains(QLatin1String("mira")))
+        << Panel().Message().toStdString();
     EXPECT_EQ(State("Columns"), unsigned(RepositoryState::CheckedOutByOther));
     Panel().OnMenuSelection(Trove::MenuItems(HostPanel::CheckOut), Items({"Survey"}));
     EXPECT_EQ(State("Survey"), unsigned(RepositoryState::OutOfDate));
