@@ -272,6 +272,8 @@ void HostPanel::GetStoredLowerGroup(double& ratio, bool& shown)
 void HostPanel::FillContextMenu(QMenu& menu, const std::vector<CXrefPanelCtrlItem*>& items, bool)
 {
     const std::vector<DemoItem*> selected = DemoItems(items);
+    if (Trace)
+        Trace(QStringLiteral("menu"), QString::number(selected.size()));
     if (selected.empty())
         return;
     bool anyOwn = false;
@@ -358,4 +360,15 @@ void HostPanel::OnSortCriteriaChanged(int sortColumn, bool ascending)
 {
     if (m_commands)
         m_commands->SortChanged(sortColumn, ascending);
+}
+
+void HostPanel::OnItemsSelected(const std::vector<CXrefPanelCtrlItem*>& items, bool flag)
+{
+    CXrefPanelCtrl::OnItemsSelected(items, flag);
+    if (!Trace)
+        return;
+    QStringList names;
+    for (const CXrefPanelCtrlItem* item : items)
+        names << QString::fromStdWString(item->GetText());
+    Trace(QStringLiteral("selected"), names.join(QLatin1Char(',')));
 }

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
 #include <vector>
 
 class DemoCommands;
@@ -50,6 +52,10 @@ public:
     /// Selects the first item named @p name in the view in front. False when there is none.
     bool Select(const QString& name);
 
+    /// Told of every selection the panel reports and every context menu the host fills; the
+    /// demo's --trace prints them for scripts that drive the window from outside.
+    std::function<void(const QString& event, const QString& detail)> Trace;
+
     void ShowMessage(const QString& text);
     QString Message() const;
 
@@ -76,6 +82,7 @@ public:
                              const std::wstring& newValue) override;
     void HostCallback20() override {}
     void OnSortCriteriaChanged(int sortColumn, bool ascending) override;
+    void OnItemsSelected(const std::vector<CXrefPanelCtrlItem*>& items, bool flag) override;
 
 private:
     void forget(const CXrefPanelCtrlItem& item);

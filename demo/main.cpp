@@ -16,6 +16,7 @@
 #include "items/XrefPanelCtrlItemStatus.h"
 #include "panel/KvXrefTroveUI.h"
 #include "services/RmxImageSettings.h"
+#include "views/TroveListCtrl.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -23,6 +24,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstring>
 #include <memory>
@@ -65,10 +67,10 @@ QString sampleIn(const QString& folder)
     return written;
 }
 
-void printReferences(const MainWindow& window)
+void printReferences(const XrefDocument& document)
 {
     QTextStream out(stdout);
-    const std::vector<Occurrence>& occurrences = window.Document().Occurrences();
+    const std::vector<Occurrence>& occurrences = document.Occurrences();
     for (std::size_t i = 0; i < occurrences.size(); ++i) {
         const Occurrence& o = occurrences[i];
         const PanelStatus status = ToPanelStatus(o.state);
@@ -99,7 +101,49 @@ int screenshot(MainWindow& window, const QCommandLineParser& parser)
         QTextStream(stderr) << "Cannot write " << file << '\n';
         return 1;
     }
-    printReferences(window);
+    printReferences(window.Document());
+    return 0;
+}
+
+// For scripts that drive the window with real input: where each list row is on the screen
+// (after every refill), and what the panel reports back.
+void trace(MainWindow& window)
+{
+    HostPanel& panel = window.Panel();
+    const auto print = [](const QString& event, const QString& detail) {
+        QTextStream(stdout) << event << '\t' << detail << Qt::endl;
+    };
+    panel.Trace = print;
+    const auto printRows = [&panel, print] {
+        CTroveListCtrl* list = panel.GetListCtrl();
+        for (int row = 0; list && row < list->model()->rowCount(); ++row) {
+            const CXrefPanelCtrlItem* item = list->ItemOfRow(row);
+            if (!item)
+                continue;
+            const QRect cell =
+                list->visualRect(list->IndexFromItem(*item, Trove::ListViewColumn::ReferenceName));
+            const QPoint centre = list->viewport()->mapToGlobal(cell.center());
+            print(QStringLiteral("row"), QStringLiteral("%1\t%2\t%3")
+                                             .arg(QString::fromStdWString(item->GetText()))
+                                             .arg(centre.x())
+                                             .arg(centre.y()));
+        }
+        print(QStringLiteral("ready"), QString());
+    };
+    QObject::connect(&window.Document(), &XrefDocument::Rebuilt, &window, printRows,
+                     Qt::QueuedConnection);
+    QTimer::singleShot(0, &window, printRows);
+}
+
+int list(const QString& drawing)
+{
+    XrefDocument document;
+    QString error;
+    if (!document.Open(drawing, &error)) {
+        QTextStream(stderr) << error << '\n';
+        return 1;
+    }
+    printReferences(document);
     return 0;
 }
 
@@ -138,6 +182,8 @@ int run(QApplication& app, const QCommandLineParser& parser)
     if (shooting)
         return screenshot(window, parser);
     window.show();
+    if (parser.isSet(QStringLiteral("trace")))
+        trace(window);
     return app.exec();
 }
 
@@ -170,6 +216,12 @@ int main(int argc, char** argv)
         {QStringLiteral("screenshot"),
          QStringLiteral("Render the window to FILE, list the references and quit."),
          QStringLiteral("FILE")},
+        {QStringLiteral("list"),
+         QStringLiteral("Print one line per reference of FILE (name, status, found-at) and "
+                        "quit.")},
+        {QStringLiteral("trace"),
+         QStringLiteral("Print where each row is on the screen and what the panel reports, for "
+                        "scripts that drive the window.")},
         {QStringLiteral("dark"), QStringLiteral("Use the dark theme.")},
         {QStringLiteral("scale"), QStringLiteral("Scale the window by S (2 for a 2x screen)."),
          QStringLiteral("S")},
@@ -193,6 +245,14 @@ int main(int argc, char** argv)
         }
         QTextStream(stdout) << drawing << '\n';
         return 0;
+    }
+
+    if (parser.isSet(QStringLiteral("list"))) {
+        if (parser.positionalArguments().isEmpty()) {
+            QTextStream(stderr) << "--list needs a FILE\n";
+            return 1;
+        }
+        return list(parser.positionalArguments().constFirst());
     }
 
     kvXrefTroveUIInitialize();
