@@ -44,7 +44,7 @@ public:
     void ApplyTo(CXrefPanelCtrl& panel) const;
 
     /// Wide enough for the sample's names, statuses and dates in the docked panel.
-    std::vector<int> columnDipWidths = {22, 24, 120, 88, 66, 62, 130, 260};
+    std::vector<int> columnDipWidths = {22, 24, 120, 88, 66, 62, 150, 260};
     std::vector<int> detailColumnDipWidths;
     int sortColumn = -1;
     bool sortAscending = true;
