@@ -8,7 +8,10 @@
 #include "items/XrefPanelCtrlItemStatus.h"
 #include "panel/MenuItems.h"
 #include "toolbar/XrefToolBar.h"
+#include "views/TroveListCtrl.h"
 #include "views/XrefTreeCtrl.h"
+
+#include <QHeaderView>
 
 #include <QMenu>
 #include <QSignalSpy>
@@ -278,9 +281,25 @@ TEST_F(DemoWindowTest, fileChangedOnDiskNeedsReloadingUntilReloaded)
 
 TEST_F(DemoWindowTest, profileKeepsLayoutSortAndToolTipChoicesForTheNextStart)
 {
-    Open();
+    DemoSettings stored;
+    stored.splitterRatio = 0.45;
+    Open({}, {}, stored);
+    double ratio = 0;
+    bool shown = false;
+    Panel().GetLowerGroup(ratio, shown);
+    EXPECT_DOUBLE_EQ(ratio, 0.45);
+    EXPECT_TRUE(shown);
     Panel().OnClassic();
     Panel().OnPreviewDetailsPane(); // hides the lower pane
+    QHeaderView* header = Panel().GetListCtrl()->header();
+    header->resizeSection(Trove::ListViewColumn::Date, 177);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                      QPoint(header->sectionViewportPosition(Trove::ListViewColumn::Size) + 5,
+                             header->height() / 2));
+    const int sortColumn = Panel().GetListCtrl()->GetSortColumn();
+    const bool ascending = Panel().GetListCtrl()->IsSortAscending();
+    EXPECT_EQ(sortColumn, Trove::ListViewColumn::Size);
+    const std::vector<int> widths = Panel().GetListCtrl()->GetColumnDipWidths();
     Panel().SetReferenceViewType(CXrefPanelCtrl::FileReferenceViewType::TreeView);
     const ToolTipMenuSettings tips = Panel().GetToolTipMenuSettings();
     ASSERT_TRUE(m_window->SaveSettings().isEmpty());
@@ -293,6 +312,11 @@ TEST_F(DemoWindowTest, profileKeepsLayoutSortAndToolTipChoicesForTheNextStart)
     EXPECT_EQ(Panel().GetToolTipMenuSettings().style, tips.style);
     EXPECT_FALSE(Panel().IsLowerPaneShown());
     EXPECT_EQ(Panel().GetReferenceViewType(), CXrefPanelCtrl::FileReferenceViewType::TreeView);
+    EXPECT_EQ(Panel().GetListCtrl()->GetColumnDipWidths()[Trove::ListViewColumn::Type],
+              widths[Trove::ListViewColumn::Type]);
+    EXPECT_EQ(Panel().GetListCtrl()->GetColumnDipWidths()[Trove::ListViewColumn::Date], 177);
+    EXPECT_EQ(Panel().GetListCtrl()->GetSortColumn(), sortColumn);
+    EXPECT_EQ(Panel().GetListCtrl()->IsSortAscending(), ascending);
 
     // A damaged profile is no reason not to start: the defaults hold.
     QFile damaged(ProfilePath());
