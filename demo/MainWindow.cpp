@@ -141,7 +141,9 @@ bool MainWindow::OpenDrawing(const QString& path, QString* error)
     QString fault;
     if (!m_document->Open(path, &fault)) {
         m_panel->ShowMessage(fault);
-        CZuUiMessageBox::Show(fault, 0x30, 0);
+        // Before the window shows, the caller reports it (on the command line, say).
+        if (isVisible())
+            CZuUiMessageBox::Show(fault, 0x30, 0);
         if (error)
             *error = fault;
         return false;

@@ -24,8 +24,9 @@ public:
                QString profilePath = {});
     ~MainWindow() override;
 
-    /// Opens the drawing at @p path. A drawing that cannot be read is reported and the one open
-    /// stays; false then, with the reason in @p error.
+    /// Opens the drawing at @p path. A drawing that cannot be read is reported in the strip (and
+    /// in a message box once the window shows) and the one open stays; false then, with the
+    /// reason in @p error.
     bool OpenDrawing(const QString& path, QString* error = nullptr);
 
     /// Takes the panel's and the window's layout into the settings and writes the profile; the

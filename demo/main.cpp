@@ -2,7 +2,9 @@
 // drawing. With no arguments it opens the sample project in the user's data folder (writing it
 // there first); with FILE it opens that drawing. --make-sample DIR writes the sample project and
 // quits; --screenshot FILE renders the window offscreen, prints one line per reference and quits;
-// --repository DIR treats DIR as a document repository.
+// --list FILE only prints the references; --repository DIR treats DIR as a document repository;
+// --trace prints where the rows are and what the panel reports, for scripts that drive the
+// window with real input.
 
 #include "DemoItems.h"
 #include "DemoSettings.h"
@@ -191,9 +193,9 @@ int run(QApplication& app, const QCommandLineParser& parser)
 
 int main(int argc, char** argv)
 {
-    // Writing the sample or a picture opens no window, so neither needs a display.
-    const bool headless =
-        hasOption(argc, argv, "--make-sample") || hasOption(argc, argv, "--screenshot");
+    // Writing the sample or a picture and listing open no window: none needs a display.
+    const bool headless = hasOption(argc, argv, "--make-sample") ||
+                          hasOption(argc, argv, "--screenshot") || hasOption(argc, argv, "--list");
     if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // The scale must be known before the application makes its screens.
