@@ -113,6 +113,7 @@ QString DemoCommands::Save()
     m_panel.EnableHostModStatus(true, m_document.IsModified());
     if (!fault.isEmpty())
         message(fault);
+    emit SaveAttempted();
     return fault;
 }
 

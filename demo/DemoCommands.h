@@ -55,6 +55,8 @@ public:
 signals:
     /// The user asked to open the drawing at @p path in the main window.
     void OpenDrawingRequested(const QString& path);
+    /// The document was written, or writing it failed and it keeps unsaved changes.
+    void SaveAttempted();
 
 private:
     /// The occurrence of the own reference at table row @p record, as listed now; -1 for none.

@@ -78,6 +78,7 @@ MainWindow::MainWindow(DemoSettings settings, std::unique_ptr<DocumentRepository
             [this](const QList<int>& occurrences, const QString& message) {
                 m_panel->MarkNeedsReloading(occurrences, message);
             });
+    connect(m_commands.get(), &DemoCommands::SaveAttempted, this, &MainWindow::updateTitle);
     connect(m_commands.get(), &DemoCommands::OpenDrawingRequested, this,
             [this](const QString& path) { OpenDrawing(path); });
 
@@ -175,7 +176,9 @@ void MainWindow::updateTitle()
 {
     const QString name =
         m_document->IsOpen() ? QFileInfo(m_document->Path()).fileName() : QStringLiteral("Demo");
-    setWindowTitle(QStringLiteral("%1 - External References").arg(name));
+    // The usual marker of unsaved changes: here only after a save failed.
+    setWindowTitle(QStringLiteral("%1%2 - External References")
+                       .arg(name, m_document->IsModified() ? QStringLiteral("*") : QString()));
 }
 
 QString MainWindow::SaveSettings()

@@ -400,11 +400,13 @@ TEST_F(DemoWindowTest, interruptedSaveLeavesTheDrawingIntactAndKeepsTheChange)
     EXPECT_TRUE(Panel().Message().contains(QLatin1String("left as it was")))
         << Panel().Message().toStdString();
     EXPECT_TRUE(Panel().IsHostModified());
+    EXPECT_TRUE(m_window->windowTitle().startsWith(QLatin1String("Harbour site.dwg*")));
 
     // With room again, the next save writes it.
     EXPECT_EQ(m_window->Commands().Save(), QString());
     EXPECT_EQ(SavedRecord(QStringLiteral("Bridge deck")).kind, ReferenceKind::DgnUnderlay);
     EXPECT_FALSE(Panel().IsHostModified());
+    EXPECT_FALSE(m_window->windowTitle().contains(QLatin1Char('*')));
 }
 
 TEST_F(DemoWindowTest, helpAndToolBarRefreshReachTheHost)
