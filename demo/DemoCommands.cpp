@@ -36,8 +36,8 @@ const KindInfo kKinds[] = {
     {ReferenceKind::PdfUnderlay, "PDF files", "*.pdf"},
     {ReferenceKind::DwfUnderlay, "DWF files", "*.dwf;*.dwfx"},
     {ReferenceKind::DgnUnderlay, "DGN files", "*.dgn"},
-    {ReferenceKind::PointCloud, "Point clouds", "*.e57;*.las;*.laz;*.pts;*.rcp"},
-    {ReferenceKind::CoordinationModel, "Coordination models", "*.ifc;*.nwd;*.nwc"},
+    {ReferenceKind::PointCloud, "Point clouds", "*.e57;*.las;*.laz;*.pts"},
+    {ReferenceKind::CoordinationModel, "Coordination models", "*.ifc"},
     {ReferenceKind::DataLink, "Data links", "*.csv;*.xlsx;*.xls"},
 };
 
