@@ -1,101 +1,191 @@
-// The demo host: opens a drawing (by default a sample project it writes first: a harbour site
-// drawing and its references) and shows the reference panel on it, with the tool bar, the list
-// and tree views, the preview pane, rich tool tips and the message strip. Run with --screenshot
-// FILE to write a picture instead of opening a window, --dark for the dark theme, --tree to start
-// in the tree view, and --make-sample DIR to write the sample project and quit.
+// The demo host: a drawing application's main window with the reference panel docked beside the
+// drawing. With no arguments it opens the sample project in the user's data folder (writing it
+// there first); with FILE it opens that drawing. --make-sample DIR writes the sample project and
+// quits; --screenshot FILE renders the window offscreen, prints one line per reference and quits;
+// --list FILE only prints the references; --repository DIR treats DIR as a document repository;
+// --trace prints where the rows are and what the panel reports, for scripts that drive the
+// window with real input.
 
-#include "DemoHost.h"
+#include "DemoItems.h"
+#include "DemoSettings.h"
+#include "DocumentRepository.h"
+#include "HostPanel.h"
+#include "MainWindow.h"
 #include "SampleWriter.h"
 #include "XrefDocument.h"
 
 #include "framework/ZuUiTheme.h"
+#include "items/XrefPanelCtrlItemStatus.h"
 #include "panel/KvXrefTroveUI.h"
 #include "services/RmxImageSettings.h"
+#include "views/TroveListCtrl.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QTemporaryDir>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <QTextStream>
-#include <QVBoxLayout>
-#include <QWidget>
+#include <QTimer>
 
-#include <algorithm>
 #include <cstring>
 #include <memory>
-#include <optional>
 
 namespace {
 
-QString sampleProject(std::optional<QTemporaryDir>& scratch, const QString& folder)
+QString optionValue(int argc, char** argv, const char* name)
 {
-    // The project goes where the user says, else into a folder that is removed on exit.
-    QString target = folder;
-    if (target.isEmpty()) {
-        scratch.emplace();
-        if (!scratch->isValid()) {
-            QTextStream(stderr) << "Cannot make a folder for the sample project: "
-                                << scratch->errorString() << '\n';
-            return {};
-        }
-        target = scratch->path();
+    const std::size_t length = std::strlen(name);
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], name) == 0 && i + 1 < argc)
+            return QString::fromLocal8Bit(argv[i + 1]);
+        if (std::strncmp(argv[i], name, length) == 0 && argv[i][length] == '=')
+            return QString::fromLocal8Bit(argv[i] + length + 1);
     }
-    QString error;
-    const QString drawing = WriteSampleProject(target, &error);
-    if (drawing.isEmpty())
-        QTextStream(stderr) << error << '\n';
-    return drawing;
+    return {};
 }
 
-int run(QApplication& app, const QCommandLineParser& parser)
+bool hasOption(int argc, char** argv, const char* name)
 {
-    std::optional<QTemporaryDir> scratch;
-    const QString drawing = parser.positionalArguments().isEmpty()
-                                ? sampleProject(scratch, parser.value(QStringLiteral("project")))
-                                : parser.positionalArguments().constFirst();
-    if (drawing.isEmpty())
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], name) == 0 ||
+            (std::strncmp(argv[i], name, std::strlen(name)) == 0 &&
+             argv[i][std::strlen(name)] == '='))
+            return true;
+    return false;
+}
+
+// The sample project in @p folder, written there when it is not there yet; the host drawing's
+// path, or empty after reporting why not.
+QString sampleIn(const QString& folder)
+{
+    const QString drawing = QDir(folder).filePath(QStringLiteral("Harbour site.dwg"));
+    if (QFileInfo::exists(drawing))
+        return drawing;
+    QString error;
+    const QString written = WriteSampleProject(folder, &error);
+    if (written.isEmpty())
+        QTextStream(stderr) << error << '\n';
+    return written;
+}
+
+void printReferences(const XrefDocument& document)
+{
+    QTextStream out(stdout);
+    const std::vector<Occurrence>& occurrences = document.Occurrences();
+    for (std::size_t i = 0; i < occurrences.size(); ++i) {
+        const Occurrence& o = occurrences[i];
+        const PanelStatus status = ToPanelStatus(o.state);
+        out << QString(o.depth * 2, QLatin1Char(' ')) << o.reference.name << '\t'
+            << CXrefPanelCtrlItemStatus::ToString(status.code) << '\t'
+            << (o.resolution.foundAt.isEmpty() ? QStringLiteral("-")
+                                               : QDir::toNativeSeparators(o.resolution.foundAt))
+            << '\n';
+    }
+}
+
+int screenshot(MainWindow& window, const QCommandLineParser& parser)
+{
+    window.show();
+    QApplication::processEvents();
+    HostPanel& panel = window.Panel();
+    panel.SetReferenceViewType(parser.value(QStringLiteral("view")) == QLatin1String("tree")
+                                   ? CXrefPanelCtrl::FileReferenceViewType::TreeView
+                                   : CXrefPanelCtrl::FileReferenceViewType::ListView);
+    const QString name = parser.isSet(QStringLiteral("select"))
+                             ? parser.value(QStringLiteral("select"))
+                             : QStringLiteral("Grid");
+    if (!name.isEmpty() && !panel.Select(name))
+        QTextStream(stderr) << "No reference is named \"" << name << "\"\n";
+    QApplication::processEvents();
+    const QString file = parser.value(QStringLiteral("screenshot"));
+    if (!window.grab().save(file)) {
+        QTextStream(stderr) << "Cannot write " << file << '\n';
         return 1;
+    }
+    printReferences(window.Document());
+    return 0;
+}
+
+// For scripts that drive the window with real input: where each list row is on the screen
+// (after every refill), and what the panel reports back.
+void trace(MainWindow& window)
+{
+    HostPanel& panel = window.Panel();
+    const auto print = [](const QString& event, const QString& detail) {
+        QTextStream(stdout) << event << '\t' << detail << Qt::endl;
+    };
+    panel.Trace = print;
+    const auto printRows = [&panel, print] {
+        CTroveListCtrl* list = panel.GetListCtrl();
+        for (int row = 0; list && row < list->model()->rowCount(); ++row) {
+            const CXrefPanelCtrlItem* item = list->ItemOfRow(row);
+            if (!item)
+                continue;
+            const QRect cell =
+                list->visualRect(list->IndexFromItem(*item, Trove::ListViewColumn::ReferenceName));
+            const QPoint centre = list->viewport()->mapToGlobal(cell.center());
+            print(QStringLiteral("row"), QStringLiteral("%1\t%2\t%3")
+                                             .arg(QString::fromStdWString(item->GetText()))
+                                             .arg(centre.x())
+                                             .arg(centre.y()));
+        }
+        print(QStringLiteral("ready"), QString());
+    };
+    QObject::connect(&window.Document(), &XrefDocument::Rebuilt, &window, printRows,
+                     Qt::QueuedConnection);
+    QTimer::singleShot(0, &window, printRows);
+}
+
+int list(const QString& drawing)
+{
     XrefDocument document;
     QString error;
     if (!document.Open(drawing, &error)) {
         QTextStream(stderr) << error << '\n';
         return 1;
     }
+    printReferences(document);
+    return 0;
+}
 
-    QWidget window;
-    window.setWindowTitle(QStringLiteral("External References - demo"));
-    window.setAutoFillBackground(true);
-    window.setPalette(CZuUiTheme::Instance().Palette());
-    auto* layout = new QVBoxLayout(&window);
-    layout->setContentsMargins(0, 0, 0, 0);
-    auto panel = std::make_unique<DemoPanel>();
-    if (!panel->Open(document, &window)) {
-        QTextStream(stderr) << "The panel could not be created\n";
+int run(QApplication& app, const QCommandLineParser& parser)
+{
+    const bool shooting = parser.isSet(QStringLiteral("screenshot"));
+    std::unique_ptr<DocumentRepository> repository;
+    QString drawing = parser.positionalArguments().value(0);
+    if (parser.isSet(QStringLiteral("repository"))) {
+        const QString folder = parser.value(QStringLiteral("repository"));
+        if (!QDir().mkpath(folder)) {
+            QTextStream(stderr) << "Cannot make the repository folder " << folder << '\n';
+            return 1;
+        }
+        if (drawing.isEmpty())
+            drawing = sampleIn(folder);
+        repository = std::make_unique<DocumentRepository>(folder);
+        repository->SeedSample();
+    } else if (drawing.isEmpty()) {
+        drawing = sampleIn(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
+                               .filePath(QStringLiteral("sample")));
+    }
+    if (drawing.isEmpty())
+        return 1;
+
+    // Pictures show the window as it first opens, whatever this user's profile says.
+    DemoSettings settings;
+    if (!shooting)
+        settings.Load();
+    MainWindow window(std::move(settings), std::move(repository));
+    QString error;
+    if (!window.OpenDrawing(drawing, &error)) {
+        QTextStream(stderr) << error << '\n';
         return 1;
     }
-    layout->addWidget(panel.get());
-    panel->ShowTree(parser.isSet(QStringLiteral("tree")));
-    window.resize(1000, 620);
-
-    const QString screenshot = parser.value(QStringLiteral("screenshot"));
-    if (!screenshot.isEmpty()) {
-        window.show();
-        panel->SelectByName(parser.isSet(QStringLiteral("select"))
-                                ? parser.value(QStringLiteral("select"))
-                                : QStringLiteral("Grid"));
-        QApplication::processEvents();
-        if (!window.grab().save(screenshot))
-            return 1;
-        // The tip is a window of its own; it goes next to the main picture.
-        if (QWidget* tip = panel->ShowSelectedToolTip()) {
-            QApplication::processEvents();
-            QString tipFile = screenshot;
-            tipFile.insert(tipFile.lastIndexOf(QLatin1Char('.')), QStringLiteral("-tooltip"));
-            if (!tip->grab().save(tipFile))
-                return 1;
-        }
-        return 0;
-    }
+    if (shooting)
+        return screenshot(window, parser);
     window.show();
+    if (parser.isSet(QStringLiteral("trace")))
+        trace(window);
     return app.exec();
 }
 
@@ -103,31 +193,46 @@ int run(QApplication& app, const QCommandLineParser& parser)
 
 int main(int argc, char** argv)
 {
-    // Writing the sample opens no window, so it needs no display: a build machine has none.
-    const bool makeSample = std::any_of(argv + 1, argv + argc, [](const char* arg) {
-        return std::strcmp(arg, "--make-sample") == 0 ||
-               std::strncmp(arg, "--make-sample=", 14) == 0;
-    });
-    if (makeSample && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    // Writing the sample or a picture and listing open no window: none needs a display.
+    const bool headless = hasOption(argc, argv, "--make-sample") ||
+                          hasOption(argc, argv, "--screenshot") || hasOption(argc, argv, "--list");
+    if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The scale must be known before the application makes its screens.
+    const QString scale = optionValue(argc, argv, "--scale");
+    if (!scale.isEmpty() && scale.toDouble() > 0)
+        qputenv("QT_SCALE_FACTOR", scale.toLatin1());
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("xref-demo"));
+    QApplication::setApplicationDisplayName(QStringLiteral("External References demo"));
 
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOption({QStringLiteral("screenshot"),
-                      QStringLiteral("Write a picture to FILE and quit."), QStringLiteral("FILE")});
-    parser.addOption({QStringLiteral("dark"), QStringLiteral("Use the dark theme.")});
-    parser.addOption({QStringLiteral("select"),
-                      QStringLiteral("Select the reference NAME in the picture (default: Grid)."),
-                      QStringLiteral("NAME")});
-    parser.addOption({QStringLiteral("tree"), QStringLiteral("Start in the tree view.")});
-    parser.addOption({QStringLiteral("project"),
-                      QStringLiteral("Write the sample project to DIR and keep it."),
-                      QStringLiteral("DIR")});
-    parser.addOption({QStringLiteral("make-sample"),
-                      QStringLiteral("Write the sample project to DIR and quit."),
-                      QStringLiteral("DIR")});
+    parser.addOptions({
+        {QStringLiteral("make-sample"), QStringLiteral("Write the sample project to DIR and quit."),
+         QStringLiteral("DIR")},
+        {QStringLiteral("repository"),
+         QStringLiteral("Treat DIR as a document repository (the sample goes there when no FILE "
+                        "is given)."),
+         QStringLiteral("DIR")},
+        {QStringLiteral("screenshot"),
+         QStringLiteral("Render the window to FILE, list the references and quit."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("list"),
+         QStringLiteral("Print one line per reference of FILE (name, status, found-at) and "
+                        "quit.")},
+        {QStringLiteral("trace"),
+         QStringLiteral("Print where each row is on the screen and what the panel reports, for "
+                        "scripts that drive the window.")},
+        {QStringLiteral("dark"), QStringLiteral("Use the dark theme.")},
+        {QStringLiteral("scale"), QStringLiteral("Scale the window by S (2 for a 2x screen)."),
+         QStringLiteral("S")},
+        {QStringLiteral("select"),
+         QStringLiteral("Select the reference NAME in the picture (default: Grid)."),
+         QStringLiteral("NAME")},
+        {QStringLiteral("view"), QStringLiteral("Show the list or the tree view."),
+         QStringLiteral("list|tree")},
+    });
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("The drawing to open (default: the sample)."));
     parser.process(app);
@@ -142,6 +247,14 @@ int main(int argc, char** argv)
         }
         QTextStream(stdout) << drawing << '\n';
         return 0;
+    }
+
+    if (parser.isSet(QStringLiteral("list"))) {
+        if (parser.positionalArguments().isEmpty()) {
+            QTextStream(stderr) << "--list needs a FILE\n";
+            return 1;
+        }
+        return list(parser.positionalArguments().constFirst());
     }
 
     kvXrefTroveUIInitialize();

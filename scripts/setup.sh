@@ -8,6 +8,7 @@ packages=(
     libgl-dev fonts-dejavu-core
     libboost-dev libpoppler-qt6-dev liblnk-dev
     libgtest-dev libgmock-dev libbenchmark-dev
+    xvfb xdotool imagemagick
 )
 
 missing=()
