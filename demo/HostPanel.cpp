@@ -348,8 +348,8 @@ void HostPanel::OnDisplayHelp()
 }
 
 bool HostPanel::OnApplyPropertyEdit(const std::vector<CXrefPanelCtrlItem*>& items,
-                                    XrefProperties property, const std::wstring& previousValue,
-                                    const std::wstring& newValue)
+                                    XrefProperties property, const std::wstring& newValue,
+                                    const std::wstring& previousValue)
 {
     return m_commands &&
            m_commands->ApplyEdit(DemoItems(items), property, QString::fromStdWString(previousValue),

@@ -78,8 +78,8 @@ public:
     void OnStatusColumnDoubleClicked(CXrefPanelCtrlItem* item) override;
     void OnDisplayHelp() override;
     bool OnApplyPropertyEdit(const std::vector<CXrefPanelCtrlItem*>& items, XrefProperties property,
-                             const std::wstring& previousValue,
-                             const std::wstring& newValue) override;
+                             const std::wstring& newValue,
+                             const std::wstring& previousValue) override;
     void HostCallback20() override {}
     void OnSortCriteriaChanged(int sortColumn, bool ascending) override;
     void OnItemsSelected(const std::vector<CXrefPanelCtrlItem*>& items, bool flag) override;

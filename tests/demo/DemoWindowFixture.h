@@ -112,7 +112,7 @@ protected:
         if (!item)
             return false;
         const bool accepted =
-            Panel().OnApplyPropertyEdit({item}, property, L"(before)", value.toStdWString());
+            Panel().OnApplyPropertyEdit({item}, property, value.toStdWString(), L"(before)");
         Settle();
         return accepted;
     }
