@@ -66,6 +66,8 @@ class HostDrawingItem : public DemoItem
 public:
     using DemoItem::DemoItem;
     bool IsHostDwgItem() const override { return true; }
+    // The open drawing heads the list whatever the sort.
+    bool IsSortItem() const override { return false; }
     bool IsPropertyEditable(XrefProperties, int) const override { return false; }
 };
 

@@ -194,12 +194,9 @@ DemoItem* HostPanel::FindItem(const QString& name) const
 bool HostPanel::Select(const QString& name)
 {
     DemoItem* item = FindItem(name);
-    if (!item || !GetListCtrl() || !GetTreeCtrl())
+    if (!item)
         return false;
-    if (GetReferenceViewType() == FileReferenceViewType::TreeView)
-        GetTreeCtrl()->SelectItem(item->GetTreeItem());
-    else
-        GetListCtrl()->SelectItem(*item);
+    SelectItem(item);
     return true;
 }
 

@@ -56,6 +56,7 @@ void CXrefPanelCtrl::OnItemsSelected(const std::vector<CXrefPanelCtrlItem*>& ite
     // A copy: bringing the other view in step may report a selection again and replace the
     // record, and the caller's vector may be the record itself.
     const std::vector<CXrefPanelCtrlItem*> selection = items;
+    ++d->selectionRuns;
     d->selection.Record(selection);
     if (!d->selection.IsEnabled())
         return;
@@ -127,13 +128,17 @@ void CXrefPanelCtrl::SelectItem(CXrefPanelCtrlItem* item)
         return;
     }
     d->selection.Record({item});
-    // The view in front reports the new selection, and that report drives the rest.
+    // The view in front reports the new selection, and that report drives the rest. A view
+    // that is not on screen yet reports nothing; the panes must follow all the same.
+    const int runs = d->selectionRuns;
     if (d->layout.ReferenceView() == FileReferenceViewType::TreeView) {
         if (tree && item->m_treeItem)
             tree->SelectItem(item->m_treeItem);
     } else if (list) {
         list->SelectItem(*item);
     }
+    if (d->selectionRuns == runs)
+        OnItemsSelected({item}, true);
 }
 
 void CXrefPanelCtrl::SelectMissingXref()
@@ -146,10 +151,11 @@ void CXrefPanelCtrl::SelectMissingXref()
         CXrefPanelCtrlItem* item = list->ItemOfRow(row);
         if (!item || item->GetReferenceStatusIcon() != RefStatus::Unresolved)
             continue;
+        const int runs = d->selectionRuns;
         list->SelectItem(*item);
         list->scrollTo(list->IndexFromItem(*item));
         // A list behind the tree reports nothing; the panes must follow all the same.
-        if (d->selection.Items() != std::vector<CXrefPanelCtrlItem*>{item})
+        if (d->selectionRuns == runs)
             OnItemsSelected({item}, true);
         if (CXrefPropListCtrl* details = GetDetailsCtrl()) {
             const int detailsRow = details->RowOf(XrefProperties::SavedPath);

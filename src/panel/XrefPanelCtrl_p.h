@@ -36,6 +36,8 @@ public:
     bool hostModStatusEnabled = false;
     bool hostModified = false;
 
+    /// How often the selection was applied: tells whether a view reported what it was told.
+    int selectionRuns = 0;
     struct ItemWatch;
     /// The items the panel is calling the host about just now (see ItemWatch).
     std::vector<ItemWatch*> watches;
