@@ -145,11 +145,14 @@ private:
 
 KvToolTipService* KvToolTipService::Instance()
 {
-    // Parented to the application, so that it and its popup go before the application does.
+    // The popup is a window and must go while the application can still take windows down:
+    // the application's children are deleted only after its window system is gone, so the
+    // service leaves by the routines the application runs first as it ends.
     static QPointer<KvToolTipService> instance;
     if (!instance) {
         instance = new KvToolTipService;
         instance->setParent(QCoreApplication::instance());
+        qAddPostRoutine([] { delete instance.data(); });
     }
     return instance;
 }
