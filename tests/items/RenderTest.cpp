@@ -6,6 +6,7 @@
 
 #include "framework/ZuUiRm.h"
 #include "framework/ZuUiTheme.h"
+#include "support/PictureItem.h"
 #include "support/ScopedOverrides.h"
 
 #include <QApplication>
@@ -17,26 +18,6 @@
 using testing::_;
 
 namespace {
-
-class RenderItem : public TestXrefItem
-{
-public:
-    using TestXrefItem::TestXrefItem;
-};
-
-class RenderTypes : public TestItemTypes
-{
-public:
-    static void Register()
-    {
-        static const bool done = [] {
-            return RegisterClass(typeid(RenderItem), Factory(),
-                                 CZuUiRmId(TroveUI::ResourceInstance(), "IDI_TYPE_DWG"),
-                                 StandardTypeIcons());
-        }();
-        (void)done;
-    }
-};
 
 struct Ref
 {
@@ -57,7 +38,7 @@ class RenderTest : public testing::Test
 protected:
     void SetUp() override
     {
-        RenderTypes::Register();
+        PictureTypes::Register();
         panel = std::make_unique<testing::NiceMock<MockXrefPanel>>(true);
         ON_CALL(*panel, FillStateImageList(_, _, _))
             .WillByDefault([](CZuUiImageList& list, bool, int) {
@@ -68,7 +49,7 @@ protected:
             });
         panel->Create(L"References", QRect(0, 0, 980, 330), nullptr, 30000);
         panel->EnableHostModStatus(true, true);
-        root = new RenderItem(*panel, true);
+        root = new PictureItem(*panel, true);
         panel->InsertRootItem(*root);
         root->SetText(L"Site plan");
         root->SetTypeIcon(RefStatus::NoIcon, QStringLiteral("HOSTDWG"));
@@ -103,7 +84,7 @@ protected:
              L"Overlay", L"..\\..\\standards\\title blocks\\A1 landscape.dwg", -1, -1, 0},
         };
         for (const Ref& r : refs) {
-            auto* item = new RenderItem(*panel);
+            auto* item = new PictureItem(*panel);
             const CXrefPanelCtrlItem& parent = r.parent < 0 ? *root : *made[r.parent];
             panel->InsertItem(*item, parent, r.sharedWith < 0 ? nullptr : made[r.sharedWith]);
             item->SetText(r.name);
@@ -180,8 +161,8 @@ protected:
     }
 
     std::unique_ptr<testing::NiceMock<MockXrefPanel>> panel;
-    RenderItem* root = nullptr;
-    std::vector<RenderItem*> made;
+    PictureItem* root = nullptr;
+    std::vector<PictureItem*> made;
 };
 
 TEST_F(RenderTest, iconsAndTextsLandInTheirCellsInBothThemes)

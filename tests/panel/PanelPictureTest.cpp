@@ -5,6 +5,7 @@
 #include "PanelFixture.h"
 
 #include "support/PictureCase.h"
+#include "support/PictureItem.h"
 #include "support/TestXrefItem.h"
 
 #include "framework/ZuUiRm.h"
@@ -19,26 +20,6 @@
 using testing::_;
 
 namespace {
-
-class PictureItem : public TestXrefItem
-{
-public:
-    using TestXrefItem::TestXrefItem;
-};
-
-class PictureTypes : public TestItemTypes
-{
-public:
-    static void Register()
-    {
-        static const bool done = [] {
-            return RegisterClass(typeid(PictureItem), Factory(),
-                                 CZuUiRmId(TroveUI::ResourceInstance(), "IDI_TYPE_DWG"),
-                                 StandardTypeIcons());
-        }();
-        (void)done;
-    }
-};
 
 enum class Variant { ListInFront, TreeInFront, LowerPaneOff };
 

@@ -9,32 +9,13 @@
 #include "framework/ZuUiTheme.h"
 #include "resources/TroveResources.h"
 #include "support/PictureCase.h"
+#include "support/PictureItem.h"
 
 #include <QImage>
 
 namespace {
 
 using testing::_;
-
-class PictureItem : public TestXrefItem
-{
-public:
-    using TestXrefItem::TestXrefItem;
-};
-
-class PictureTypes : public TestItemTypes
-{
-public:
-    static void Register()
-    {
-        static const bool done = [] {
-            return RegisterClass(typeid(PictureItem), Factory(),
-                                 CZuUiRmId(TroveUI::ResourceInstance(), "IDI_TYPE_DWG"),
-                                 StandardTypeIcons());
-        }();
-        (void)done;
-    }
-};
 
 class ListPictureTest : public ListViewFixture
 {

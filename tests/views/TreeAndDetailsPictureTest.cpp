@@ -4,6 +4,7 @@
 
 #include "support/MockXrefPanel.h"
 #include "support/PictureCase.h"
+#include "support/PictureItem.h"
 #include "support/ScopedOverrides.h"
 #include "support/TestXrefItem.h"
 
@@ -23,26 +24,6 @@ namespace {
 
 using P = Trove::XrefProperties;
 using Style = CXrefProperty::XrefPropertyEditStyle;
-
-class PictureItem : public TestXrefItem
-{
-public:
-    using TestXrefItem::TestXrefItem;
-};
-
-class PictureTypes : public TestItemTypes
-{
-public:
-    static void Register()
-    {
-        static const bool done = [] {
-            return RegisterClass(typeid(PictureItem), Factory(),
-                                 CZuUiRmId(TroveUI::ResourceInstance(), "IDI_TYPE_DWG"),
-                                 StandardTypeIcons());
-        }();
-        (void)done;
-    }
-};
 
 class TreeAndDetailsPicture : public testing::TestWithParam<PictureCase>
 {
