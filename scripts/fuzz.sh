@@ -5,6 +5,8 @@
 #
 #   scripts/fuzz.sh [seconds per target, default 60] [target ...]
 #
+# FUZZ_RUNS=N stops each target after N executions instead, if that comes before the time limit
+# (the campaign that records ten million executions per target sets it).
 # Needs clang and its runtime libraries (Debian: clang, libclang-rt-14-dev). FUZZ_JOBS sets the
 # build jobs (default: the number of processors).
 set -uo pipefail
@@ -48,7 +50,7 @@ for target in "${targets[@]}"; do
     [ -d "$corpus" ] && seeds+=("$corpus")
     log=build/fuzz/$target.log
     echo "=== $target: ${seconds}s"
-    build/fuzz/bin/"$target" "$work" "${seeds[@]}" -max_total_time="$seconds" -timeout=10 \
+    build/fuzz/bin/"$target" "$work" "${seeds[@]}" -max_total_time="$seconds" -runs="${FUZZ_RUNS:--1}" -timeout=10 \
         -rss_limit_mb=2048 -max_len=65536 -print_final_stats=1 \
         -artifact_prefix="$findings/" >"$log" 2>&1
     result=$?
