@@ -126,6 +126,15 @@ bool CXrefPanelCtrl::Create(const wchar_t* windowName, const QRect& rect, QWidge
         d->messageBox->show();
     }
 
+    // The filter bar waits hidden until the host asks for it.
+    d->filterBar = new FilterBar(this);
+    d->filterBar->hide();
+    d->layout.SetFilterBar(d->filterBar);
+    connect(d->filterBar, &FilterBar::FilterChanged, this, [this] {
+        const ReferenceFilter filter = d->filterBar->Filter();
+        SetFilter(filter.text, filter.problemsOnly);
+    });
+
     GetListCtrl()->SetColumnDipWidths(GetStoredColumnDipWidths());
     UpdateStateImageList();
     InitContextMenu();

@@ -328,6 +328,30 @@ public:
     /// menus). Returns false: the event goes on to its widget either way.
     virtual bool PreTranslateMessage(QObject* receiver, QEvent* event);
 
+    // --- Filter ---------------------------------------------------------------------------------
+    //
+    // A host may let the user narrow the views down: a filter field above them, or its own
+    // command calling SetFilter. Both views then show only the references that pass, the tree
+    // keeping the nodes that lead to them; references that leave the views leave the selection,
+    // and everything else (events, commands, the details pane) works on what is shown as before.
+
+    /// Shows or hides the filter field above the views (hidden until asked for). Hiding it does
+    /// not clear the filter. Does nothing before Create.
+    void ShowFilterBar(bool show);
+    bool IsFilterBarShown() const;
+    /// Shows only the references whose name, saved path, found-at path or status text contains
+    /// @p text (ignoring case; surrounding spaces do not count) and, with @p problemsOnly, whose
+    /// file is not found, unresolved or needs reloading. An empty text without problemsOnly
+    /// shows everything.
+    void SetFilter(const QString& text, bool problemsOnly);
+    QString GetFilterText() const;
+    bool IsProblemsOnlyFilter() const;
+    /// Whether @p item passes the filter in force. A host may widen or narrow the test in a
+    /// derived class; SetFilter then applies it.
+    virtual bool FilterAccepts(const CXrefPanelCtrlItem& item) const;
+    /// The filter field (its line edit and switch); null before Create.
+    QWidget* GetFilterBar() const;
+
     /// The list view; null until Create.
     CTroveListCtrl* GetListCtrl() const;
     /// The tree view; null until Create.

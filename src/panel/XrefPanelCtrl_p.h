@@ -4,6 +4,7 @@
 
 #include "panel/detail/ContextMenus.h"
 #include "panel/detail/DetailsBinding.h"
+#include "panel/detail/FilterBar.h"
 #include "panel/detail/PanelInput.h"
 #include "panel/detail/PanelLayout.h"
 #include "panel/detail/SelectionBinding.h"
@@ -47,6 +48,8 @@ public:
     DetailsBinding details{selection};
     ContextMenus menus;
     ToolTipSettings toolTips;
+    ReferenceFilter filter;
+    FilterBar* filterBar = nullptr;
     // Made by Create, and gone first when the panel goes.
     std::unique_ptr<PanelInput> input;
 };

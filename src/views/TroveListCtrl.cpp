@@ -118,12 +118,12 @@ std::pair<int, int> CTroveListCtrlPrivate::hitTest(const QPoint& point) const
     const QModelIndex index = q.indexAt(point);
     if (!index.isValid())
         return {-1, -1};
-    return {index.row(), index.column()};
+    return {model->RowOf(index), index.column()};
 }
 
 QRect CTroveListCtrlPrivate::cellRect(int row, int column) const
 {
-    return q.visualRect(model->index(row, column));
+    return q.visualRect(model->IndexOfRow(row, column));
 }
 
 CXrefPanelCtrl* CTroveListCtrlPrivate::panel() const
@@ -133,10 +133,10 @@ CXrefPanelCtrl* CTroveListCtrlPrivate::panel() const
 
 void CTroveListCtrlPrivate::setFocusRow(int row)
 {
-    if (row < 0 || row >= model->rowCount())
+    const QModelIndex index = model->IndexOfRow(row, Col::ReferenceName);
+    if (!index.isValid())
         return;
-    q.selectionModel()->setCurrentIndex(model->index(row, Col::ReferenceName),
-                                        QItemSelectionModel::NoUpdate);
+    q.selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
 }
 
 void CTroveListCtrlPrivate::selectAllRows()
@@ -296,6 +296,10 @@ CTroveListCtrl::CTroveListCtrl(bool stateImageFlag, int sortColumn, bool ascendi
     });
     connect(d->model, &CTroveListModel::rowSelectionChanged, viewport(),
             qOverload<>(&QWidget::update));
+    connect(d->model, &CTroveListModel::rowsRefiltered, this, [this](bool selectionChanged) {
+        if (selectionChanged && isVisible())
+            d->raiseItemsSelected();
+    });
 
     d->toolTip.Create(viewport());
     SetColumnDipWidths({});
@@ -371,7 +375,7 @@ CXrefPanelCtrlItem* CTroveListCtrl::ItemFromIndex(const QModelIndex& index) cons
 {
     if (!index.isValid() || index.model() != d->model)
         return nullptr;
-    return ItemOfRow(index.row());
+    return ItemOfRow(d->model->RowOf(index));
 }
 
 QModelIndex CTroveListCtrl::IndexFromItem(const CXrefPanelCtrlItem& item, int column) const
@@ -379,7 +383,7 @@ QModelIndex CTroveListCtrl::IndexFromItem(const CXrefPanelCtrlItem& item, int co
     const boost::shared_ptr<CTroveListCtrlItem>& link = item.GetListRowLink();
     if (!link || link->GetListCtrl() != this || link->Row() < 0)
         return {};
-    return d->model->index(link->Row(), column);
+    return d->model->IndexOfRow(link->Row(), column);
 }
 
 CXrefPanelCtrlItem* CTroveListCtrl::ItemAt(const QPoint& point) const
@@ -562,3 +566,35 @@ void CTroveListCtrl::rowsInserted(const QModelIndex& parent, int start, int end)
 }
 
 void CTroveListCtrl::keyboardSearch(const QString&) {}
+
+// --- Filter -------------------------------------------------------------------------------------
+
+void CTroveListCtrl::SetItemFilter(ItemFilter shows)
+{
+    CTroveListModel::RowFilter rows;
+    if (shows) {
+        // A row stands for its lowest-address sharer, as everywhere else in the list.
+        rows = [shows = std::move(shows)](const CTroveListRow& row) {
+            if (!row.data || row.data->Items().empty())
+                return true;
+            return shows(**row.data->Items().begin());
+        };
+    }
+    if (d->model->SetRowFilter(std::move(rows)) && isVisible())
+        d->raiseItemsSelected();
+}
+
+bool CTroveListCtrl::IsItemFilterOn() const
+{
+    return d->model->IsFiltered();
+}
+
+bool CTroveListCtrl::IsRowShown(int row) const
+{
+    return d->model->IsShown(row);
+}
+
+int CTroveListCtrl::GetShownCount() const
+{
+    return d->model->ShownCount();
+}

@@ -11,6 +11,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -68,6 +69,22 @@ public:
     QModelIndex IndexFromItem(const CXrefPanelCtrlItem& item, int column = 0) const;
     /// The item of the row under @p point, in viewport coordinates, or null.
     CXrefPanelCtrlItem* ItemAt(const QPoint& point) const;
+
+    // --- Filter ---------------------------------------------------------------------------------
+
+    /// Whether a row's item is to be shown.
+    using ItemFilter = std::function<bool(const CXrefPanelCtrlItem& item)>;
+    /// Shows only the rows whose item @p shows accepts; an empty function shows every row. The
+    /// other rows keep their place, their item data and their sort order but are neither drawn
+    /// nor selectable; the selected ones among them leave the selection, and ItemsSelected
+    /// reports that (origin true) when the list is visible. Rows inserted or changed later are
+    /// tested when control returns to the event loop.
+    void SetItemFilter(ItemFilter shows);
+    bool IsItemFilterOn() const;
+    /// Whether @p row is drawn: it exists and the filter (if any) shows it.
+    bool IsRowShown(int row) const;
+    /// The number of rows drawn.
+    int GetShownCount() const;
 
     // --- Selection ------------------------------------------------------------------------------
 

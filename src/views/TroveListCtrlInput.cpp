@@ -93,7 +93,7 @@ bool CTroveListCtrl::IsRowSelected(int row) const
 void CTroveListCtrl::SelectItem(const CXrefPanelCtrlItem& item)
 {
     const QModelIndex index = IndexFromItem(item);
-    const int row = index.isValid() ? index.row() : -1;
+    const int row = d->model->RowOf(index);
     d->model->SelectOnly(row);
     if (row >= 0) {
         d->anchorRow = row;
@@ -112,9 +112,10 @@ void CTroveListCtrl::SetSelectedItems(const ItemList& items)
         const QModelIndex index = item ? IndexFromItem(*item) : QModelIndex();
         if (!index.isValid())
             continue;
-        marked[std::size_t(index.row())] = true;
+        const int row = d->model->RowOf(index);
+        marked[std::size_t(row)] = true;
         if (first < 0)
-            first = index.row();
+            first = row;
     }
     d->model->AssignSelection(
         [&marked](int row) { return row >= 0 && std::size_t(row) < marked.size() && marked[row]; });
@@ -184,7 +185,7 @@ void CTroveListCtrlPrivate::defaultLeftClick(int row, int column, Qt::KeyboardMo
         shiftRangeDone = true;
     } else if (shift) {
         // Ctrl+Shift adds the range from the last plain or Ctrl click.
-        const int anchor = anchorRow >= 0 && anchorRow < model->rowCount() ? anchorRow : row;
+        const int anchor = anchorRow >= 0 && anchorRow < model->RowCount() ? anchorRow : row;
         model->SetRangeSelected(std::min(anchor, row), std::max(anchor, row), true);
     } else if (ctrl) {
         model->SetSelected(row, !model->IsSelected(row));
@@ -235,7 +236,7 @@ void CTroveListCtrlPrivate::shiftRange(int hitRow, int hitColumn)
             to = hitRow;
         }
     }
-    if (from == 0 && to == model->rowCount() - 1) {
+    if (from == 0 && to == model->RowCount() - 1) {
         selectAllRows();
         return;
     }
@@ -368,7 +369,9 @@ bool CTroveListCtrl::event(QEvent* event)
 
 bool CTroveListCtrlPrivate::navigate(QKeyEvent* event)
 {
-    const int count = model->rowCount();
+    // Moves are counted in the rows the user sees; selections are then made on the list's rows,
+    // where a range between two shown rows takes in no row the filter hides.
+    const int count = model->ShownCount();
     const int current = q.currentIndex().isValid() ? q.currentIndex().row() : -1;
     int target = -1;
     switch (event->key()) {
@@ -400,10 +403,15 @@ bool CTroveListCtrlPrivate::navigate(QKeyEvent* event)
     }
     if (count == 0 || target < 0)
         return true;
+    const int viewTarget = target;
+    target = model->StorageRow(viewTarget);
+    const int currentRow = model->StorageRow(current);
     const bool ctrl = event->modifiers() & Qt::ControlModifier;
     const bool shift = event->modifiers() & Qt::ShiftModifier;
     if (shift) {
-        const int anchor = anchorRow >= 0 && anchorRow < count ? anchorRow : std::max(current, 0);
+        const int anchor = anchorRow >= 0 && anchorRow < model->RowCount()
+                               ? anchorRow
+                               : std::max(currentRow, model->StorageRow(0));
         const int first = std::min(anchor, target);
         const int last = std::max(anchor, target);
         if (ctrl)
@@ -424,7 +432,7 @@ bool CTroveListCtrlPrivate::navigate(QKeyEvent* event)
     setFocusRow(target);
     // Scroll vertically only: the columns stay where the user put them.
     const int visibleColumn = q.header()->logicalIndexAt(0);
-    q.scrollTo(model->index(target, visibleColumn < 0 ? 0 : visibleColumn));
+    q.scrollTo(model->index(viewTarget, visibleColumn < 0 ? 0 : visibleColumn));
     return true;
 }
 
@@ -498,7 +506,7 @@ void CTroveListCtrlPrivate::startDrag(const QPoint& point, Qt::KeyboardModifiers
     dragPoint = dragAnchor;
     dragToggled.clear();
     if (modifiers & Qt::ControlModifier) {
-        dragToggled.assign(std::size_t(model->rowCount()), false);
+        dragToggled.assign(std::size_t(model->RowCount()), false);
         for (int row : model->SelectedRows())
             if (row < int(dragToggled.size()))
                 dragToggled[std::size_t(row)] = true;
@@ -538,7 +546,8 @@ void CTroveListCtrlPrivate::dragTo(const QPoint& point)
     const int last = band.bottom() / height;
     const std::vector<bool>& toggled = dragToggled;
     model->AssignSelection([&](int row) {
-        const bool inside = row >= first && row <= last;
+        const int view = model->ViewRow(row);
+        const bool inside = view >= first && view <= last;
         const bool wasSelected = row < int(toggled.size()) && toggled[std::size_t(row)];
         return wasSelected ? !inside : inside;
     });

@@ -27,14 +27,14 @@ QStyleOptionViewItem CTroveListDelegate::cellOption(const QStyleOptionViewItem& 
     // Only the name cell shows that a row is selected. The host drawing's row, while the user
     // is logged out, does not even there once it is part of a growing or multiple selection.
     bool highlight = row.IsSelected() && index.column() == Col::ReferenceName;
-    if (highlight && !d.paintState.loggedIn && index.row() == d.specialRow() &&
+    if (highlight && !d.paintState.loggedIn && d.model->RowOf(index) == d.specialRow() &&
         (d.paintState.shiftOrCtrl || d.model->SelectedCount() > 1))
         highlight = false;
     opt.state.setFlag(QStyle::State_Selected, highlight);
 
     // Drawings with their own titles give their rows the item's colour and font.
     if (d.paintState.titled) {
-        if (const CXrefPanelCtrlItem* item = m_list.ItemOfRow(index.row())) {
+        if (const CXrefPanelCtrlItem* item = m_list.ItemOfRow(m_list.Model().RowOf(index))) {
             if (!item->UseDefaultColor())
                 opt.palette.setColor(QPalette::Text, ToQColor(item->GetItemTextColor()));
             if (!item->UseDefaultFont()) {
@@ -49,7 +49,8 @@ QStyleOptionViewItem CTroveListDelegate::cellOption(const QStyleOptionViewItem& 
 void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                const QModelIndex& index) const
 {
-    const CTroveListRow* row = m_list.Model().Row(index.row());
+    const int listRow = m_list.Model().RowOf(index);
+    const CTroveListRow* row = m_list.Model().Row(listRow);
     if (!row)
         return;
     // The record is read directly rather than through initStyleOption, which would format the
@@ -83,12 +84,12 @@ void CTroveListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
         }
         ItemPainting::DrawText(painter, opt,
                                QRect(left, cell.top(), cell.right() - left, cell.height()),
-                               m_list.Model().CellText(index.row(), column));
+                               m_list.Model().CellText(listRow, column));
         break;
     }
     default:
         ItemPainting::DrawText(painter, opt, cell.adjusted(margin, 0, -margin, 0),
-                               m_list.Model().CellText(index.row(), column));
+                               m_list.Model().CellText(listRow, column));
         break;
     }
     // The focused row shows its focus on the name cell, where its selection shows.

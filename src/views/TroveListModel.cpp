@@ -76,7 +76,9 @@ CTroveListModel::~CTroveListModel()
 
 int CTroveListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : m_announcedRows;
+    if (parent.isValid())
+        return 0;
+    return m_mapped ? int(m_shown.size()) : m_announcedRows;
 }
 
 int CTroveListModel::columnCount(const QModelIndex& parent) const
@@ -93,7 +95,7 @@ QVariant CTroveListModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
-        return CellText(index.row(), index.column());
+        return CellText(RowOf(index), index.column());
     default:
         return {};
     }
@@ -127,6 +129,20 @@ int CTroveListModel::AppendRow(CTroveListCtrlItem& data)
         data.m_row = row;
         return row;
     }
+    if (m_mapped) {
+        // A new row is shown until the filter has seen its texts.
+        const int view = int(m_shown.size());
+        beginInsertRows(QModelIndex(), view, view);
+        m_rows.emplace_back();
+        m_rows.back().data = &data;
+        data.m_row = row;
+        m_announcedRows = int(m_rows.size());
+        m_shown.push_back(row);
+        m_viewOf.push_back(view);
+        endInsertRows();
+        filterMayChange();
+        return row;
+    }
     beginInsertRows(QModelIndex(), row, row);
     m_rows.emplace_back();
     m_rows.back().data = &data;
@@ -151,6 +167,23 @@ bool CTroveListModel::RemoveRow(int row)
         return true;
     }
     announceRows();
+    if (m_mapped) {
+        relayout([this, row] {
+            m_rows[row].data->m_row = -1;
+            m_rows.erase(m_rows.begin() + row);
+            std::vector<int> moved(m_rows.size() + 1);
+            for (int i = 0; i < int(moved.size()); ++i)
+                moved[i] = i < row ? i : i == row ? -1 : i - 1;
+            for (int i = row; i < int(m_rows.size()); ++i) {
+                if (m_rows[i].data)
+                    m_rows[i].data->m_row = i;
+            }
+            m_announcedRows = int(m_rows.size());
+            spanWholeList();
+            return moved;
+        });
+        return true;
+    }
     beginRemoveRows(QModelIndex(), row, row);
     if (CTroveListCtrlItem* data = m_rows[row].data)
         data->m_row = -1;
@@ -182,6 +215,7 @@ void CTroveListModel::RemoveAllRows()
     m_spanHigh = -1;
     m_sharedTexts = QStringList{QString()};
     m_sharedTextIds.clear();
+    rebuildShown();
     endResetModel();
 }
 
@@ -332,8 +366,9 @@ bool CTroveListModel::SetItemState(int row, unsigned state, unsigned mask)
             return true;
         for (CTroveListRow& r : m_rows)
             apply(r);
-        if (m_announcedRows > 0)
-            emit dataChanged(index(0, 0), index(m_announcedRows - 1, kColumnCount - 1));
+        if (rowCount() > 0)
+            emit dataChanged(index(0, 0), index(rowCount() - 1, kColumnCount - 1));
+        filterMayChange();
         return true;
     }
     if (row < 0 || row >= int(m_rows.size()))
@@ -373,9 +408,30 @@ bool CTroveListModel::ApplyOrder(const std::vector<int>& order)
     if (identity)
         return true;
 
+    if (m_mapped) {
+        relayout([&] {
+            moveRows(order);
+            return newRowOf;
+        });
+        return true;
+    }
     // Pending cell announcements name rows by their old places.
     FlushChanges();
     emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    moveRows(order);
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (const QModelIndex& index : before)
+        after.push_back(this->index(newRowOf[index.row()], index.column()));
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+    return true;
+}
+
+void CTroveListModel::moveRows(const std::vector<int>& order)
+{
+    const int count = int(order.size());
     // The rows are read in their new order and written one after the other. The rows and their
     // records lie all over the heap: asking for them a few rows ahead keeps the pass from
     // waiting on each one in turn.
@@ -394,14 +450,6 @@ bool CTroveListModel::ApplyOrder(const std::vector<int>& order)
     }
     m_rows.swap(sorted);
     spanWholeList();
-    const QModelIndexList before = persistentIndexList();
-    QModelIndexList after;
-    after.reserve(before.size());
-    for (const QModelIndex& index : before)
-        after.push_back(this->index(newRowOf[index.row()], index.column()));
-    changePersistentIndexList(before, after);
-    emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
-    return true;
 }
 
 bool CTroveListModel::IsSelected(int row) const
@@ -413,6 +461,8 @@ bool CTroveListModel::IsSelected(int row) const
 bool CTroveListModel::SetSelected(int row, bool selected)
 {
     if (row < 0 || row >= int(m_rows.size()) || !m_rows[row].data)
+        return false;
+    if (selected && m_rows[row].IsHidden())
         return false;
     CTroveListRow& r = m_rows[row];
     if (r.IsSelected() == selected)
@@ -461,7 +511,8 @@ void CTroveListModel::SelectOnly(int row)
     }
     m_spanLow = 0;
     m_spanHigh = -1;
-    const bool valid = row >= 0 && row < int(m_rows.size()) && m_rows[std::size_t(row)].data;
+    const bool valid =
+        row >= 0 && row < int(m_rows.size()) && m_rows[std::size_t(row)].IsSelectable();
     if (valid) {
         CTroveListRow& r = m_rows[std::size_t(row)];
         if (!r.IsSelected()) {
@@ -482,7 +533,7 @@ void CTroveListModel::SetRangeSelected(int first, int last, bool selected)
     bool changed = false;
     for (int row = first; row <= last; ++row) {
         CTroveListRow& r = m_rows[row];
-        if (!r.data || r.IsSelected() == selected)
+        if (!r.data || r.IsSelected() == selected || (selected && r.IsHidden()))
             continue;
         r.flags ^= CTroveListRow::Selected;
         m_selectedCount += selected ? 1 : -1;
@@ -572,6 +623,25 @@ void CTroveListModel::dropRemovedRows()
             runs.emplace_back(row, row);
     }
     m_removedRows = 0;
+    if (m_mapped) {
+        relayout([this] {
+            std::vector<int> moved(m_rows.size(), -1);
+            int next = 0;
+            for (int row = 0; row < int(m_rows.size()); ++row) {
+                if (m_rows[row].data)
+                    moved[row] = next++;
+            }
+            m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(),
+                                        [](const CTroveListRow& row) { return !row.data; }),
+                         m_rows.end());
+            m_announcedRows = int(m_rows.size());
+            for (int i = 0; i < int(m_rows.size()); ++i)
+                m_rows[i].data->m_row = i;
+            spanWholeList();
+            return moved;
+        });
+        return;
+    }
     // A few runs (one subtree's rows, inserted together) are announced as they are; many
     // scattered runs would cost the views a pass each, so they get one reset instead. The
     // selection is empty by then: the panel clears it before removing.
@@ -601,6 +671,19 @@ void CTroveListModel::announceRows()
     const int count = int(m_rows.size());
     if (m_announcedRows >= count)
         return;
+    if (m_mapped) {
+        // New rows are shown until the filter has seen their texts.
+        const int view = int(m_shown.size());
+        beginInsertRows(QModelIndex(), view, view + count - m_announcedRows - 1);
+        for (int row = m_announcedRows; row < count; ++row) {
+            m_viewOf.push_back(int(m_shown.size()));
+            m_shown.push_back(row);
+        }
+        m_announcedRows = count;
+        endInsertRows();
+        filterMayChange();
+        return;
+    }
     beginInsertRows(QModelIndex(), m_announcedRows, count - 1);
     m_announcedRows = count;
     endInsertRows();
@@ -609,6 +692,7 @@ void CTroveListModel::announceRows()
 void CTroveListModel::rowChanged(int row, int, int)
 {
     m_changes->Note(nullptr, row);
+    filterMayChange();
 }
 
 void CTroveListModel::FlushChanges()
@@ -621,6 +705,13 @@ void CTroveListModel::announceChanges(int first, int last)
     last = std::min(last, m_announcedRows - 1);
     if (first < 0 || first > last)
         return;
+    if (m_mapped) {
+        // The shown rows keep their order, so the changed ones lie between two searches.
+        first = int(std::lower_bound(m_shown.begin(), m_shown.end(), first) - m_shown.begin());
+        last = int(std::upper_bound(m_shown.begin(), m_shown.end(), last) - m_shown.begin()) - 1;
+        if (first > last)
+            return;
+    }
     emit dataChanged(index(first, 0), index(last, kColumnCount - 1));
 }
 

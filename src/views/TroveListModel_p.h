@@ -103,7 +103,7 @@ public:
         int high = -1;
         for (int row = 0; row < int(m_rows.size()); ++row) {
             CTroveListRow& r = m_rows[row];
-            const bool want = r.data && selected(row);
+            const bool want = r.IsSelectable() && selected(row);
             if (want != r.IsSelected()) {
                 r.flags ^= CTroveListRow::Selected;
                 changed = true;
@@ -163,9 +163,43 @@ public:
     /// loop; this announces them now.
     void FlushChanges();
 
+    // --- Filter ---------------------------------------------------------------------------------
+    //
+    // A filter leaves rows out of what the views see without taking them out of the list: their
+    // records, row indexes, texts and sort places stay, so the list's own API and the items keep
+    // working on every row. The views see only the shown rows, in the same order; a model index
+    // names a shown row (use RowOf and IndexOfRow to cross over). A hidden row is never selected.
+
+    /// Whether @p shows lets a row be shown.
+    using RowFilter = std::function<bool(const CTroveListRow&)>;
+    /// Shows the rows @p shows accepts and hides the others, dropping their selection; an empty
+    /// filter shows every row. Rows appended or written while a filter is on are tested again
+    /// when control returns to the event loop. Returns whether the selection changed.
+    bool SetRowFilter(RowFilter shows);
+    bool IsFiltered() const { return bool(m_filter); }
+    /// Tests every row again against the filter; returns whether the selection changed.
+    bool Refilter();
+    /// The number of rows the views see.
+    int ShownCount() const { return rowCount(); }
+    bool IsShown(int row) const { return ViewRow(row) >= 0; }
+    /// Where the views see @p row, or -1 when it is hidden or not yet announced.
+    int ViewRow(int row) const;
+    /// The row the views see at @p viewRow, or -1.
+    int StorageRow(int viewRow) const;
+    /// The row @p index names, or -1.
+    int RowOf(const QModelIndex& index) const
+    {
+        return index.isValid() && index.model() == this ? StorageRow(index.row()) : -1;
+    }
+    /// The index of @p row's cell @p column, invalid when the row is hidden.
+    QModelIndex IndexOfRow(int row, int column) const;
+
 signals:
     /// Some row's selected state changed.
     void rowSelectionChanged();
+    /// The filter was applied again after rows changed; @p selectionChanged says whether it
+    /// took selected rows out of the selection.
+    void rowsRefiltered(bool selectionChanged);
 
 private:
     friend class CTroveListSorter;
@@ -193,6 +227,23 @@ private:
     int m_spanLow = 0;
     int m_spanHigh = -1;
     void widenSpan(int low, int high);
+
+    RowFilter m_filter;
+    bool m_mapped = false; ///< the views see the rows through m_shown and m_viewOf
+    // While mapped: the shown rows in order (view row -> row) and each row's view row (-1 for
+    // hidden). Both cover the announced rows only.
+    std::vector<int> m_shown;
+    std::vector<int> m_viewOf;
+    bool m_refilterPosted = false;
+    /// Marks the filter as out of date after a row was appended or written.
+    void filterMayChange();
+    /// Recomputes m_shown and m_viewOf from the rows' Hidden flags.
+    void rebuildShown();
+    /// Runs @p change while the views are told that the layout changes: @p change returns
+    /// where each row before it went (-1: removed; empty: nowhere moved).
+    void relayout(const std::function<std::vector<int>()>& change);
     void spanWholeList();
+    /// Puts the rows in @p order (a checked permutation) and renumbers their records.
+    void moveRows(const std::vector<int>& order);
     std::unique_ptr<ChangeCoalescer> m_changes;
 };

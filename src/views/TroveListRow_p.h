@@ -27,6 +27,7 @@ struct CTroveListRow
         Selected = 0x01,
         NameRankStale = 0x02, ///< the name changed since nameRank was given
         PathRankStale = 0x04, ///< likewise for the saved path
+        Hidden = 0x08,        ///< left out by the list's filter: not shown, never selected
     };
 
     CTroveListCtrlItem* data = nullptr; ///< the row's item data
@@ -54,4 +55,7 @@ struct CTroveListRow
     int Overlay() const { return state.Overlay(); }
     int StateImage() const { return state.StateImage(); }
     bool IsSelected() const { return flags & Selected; }
+    bool IsHidden() const { return flags & Hidden; }
+    /// Whether the row may be selected: it has item data and the filter shows it.
+    bool IsSelectable() const { return data && !(flags & Hidden); }
 };

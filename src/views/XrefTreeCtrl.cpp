@@ -82,6 +82,8 @@ CXrefTreeCtrl::CXrefTreeCtrl(bool stateImageFlag, QWidget* parent)
             &CXrefTreeCtrl::onSelectionChanged);
     connect(this, &QTreeView::collapsed, this, &CXrefTreeCtrl::onCollapsed);
     connect(this, &QTreeView::expanded, this, &CXrefTreeCtrl::onExpanded);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &CXrefTreeCtrl::filterMayChange);
+    connect(m_model, &QAbstractItemModel::dataChanged, this, &CXrefTreeCtrl::filterMayChange);
 
     applyTheme();
     connect(&CZuUiTheme::Instance(), &CZuUiTheme::themeChanged, this, &CXrefTreeCtrl::applyTheme);

@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QTreeView>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -115,6 +116,20 @@ public:
     bool GetStateImageFlag() const { return m_stateImageFlag; }
     void SetStateImageFlag(bool flag) { m_stateImageFlag = flag; }
 
+    // --- Filter ---------------------------------------------------------------------------------
+
+    /// Whether a node's item is to be shown.
+    using ItemFilter = std::function<bool(const CXrefPanelCtrlItem& item)>;
+    /// Shows only the nodes whose item @p shows accepts, with the nodes above them so that each
+    /// stays in its place; an empty function shows every node. A selected node that goes out of
+    /// sight leaves the selection (reported by ItemsSelected as the program's change). The
+    /// filter is applied while the tree is visible, and again when nodes are inserted or
+    /// changed, once control returns to the event loop.
+    void SetItemFilter(ItemFilter shows);
+    bool IsItemFilterOn() const { return bool(m_filter); }
+    /// Whether @p node is drawn as far as the filter goes (its branch may still be collapsed).
+    bool IsNodeShown(HTREEITEM node) const;
+
 signals:
     void ContextMenu(QWidget* source, const QPoint& point,
                      const std::vector<CXrefPanelCtrlItem*>& items, bool flag);
@@ -131,6 +146,7 @@ signals:
     void PropertyEditAborted(Trove::XrefProperties property);
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -179,6 +195,10 @@ private:
     bool isRoot(const QModelIndex& index) const;
     void endLabelEdit(std::optional<QString> text);
     void updateToolTip(const QPoint& viewportPos);
+    /// Runs the filter over every node and hides the branches it leaves out.
+    void applyFilter();
+    /// Notes that nodes changed under an active filter.
+    void filterMayChange();
     void hideToolTip();
 
     CXrefTreeModel* m_model;
@@ -199,4 +219,7 @@ private:
     // What the delegate needs for the whole paint, read once per paint instead of per node.
     bool m_paintLoggedIn = false;
     bool m_paintItemStyles = false;
+    ItemFilter m_filter;
+    bool m_filterDirty = false;
+    bool m_filterPosted = false;
 };

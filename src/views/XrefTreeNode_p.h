@@ -42,6 +42,8 @@ struct CXrefTreeNode
     ItemStateWord state;
     /// How deep the node sits: 0 for a top-level node, saturating at the type's maximum.
     std::uint16_t level = 0;
+    /// The tree's filter accepts neither the node nor any node below it.
+    bool filteredOut = false;
 
     int Overlay() const { return state.Overlay(); }
     int StateImage() const { return state.StateImage(); }

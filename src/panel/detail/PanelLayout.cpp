@@ -121,8 +121,14 @@ void PanelLayout::Resize(int cx, int cy, CXrefToolBar* toolBar, QWidget* strip)
         setGeometryOf(toolBar, geometry.toolBar);
     if (strip)
         setGeometryOf(strip, geometry.strip);
+    QRect groups = geometry.groups;
+    if (m_filterBar && !m_filterBar->isHidden()) {
+        const int height = std::min(m_filterBar->sizeHint().height(), groups.height());
+        m_filterBar->setGeometry(groups.left(), groups.top(), groups.width(), height);
+        groups.setTop(groups.top() + height);
+    }
     if (m_splitter && m_lower)
-        setGeometryOf(m_splitter, geometry.groups);
+        setGeometryOf(m_splitter, groups);
     SetPreDetailsRect();
 }
 

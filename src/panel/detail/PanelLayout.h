@@ -114,6 +114,8 @@ public:
     Trove::DetailsViewType DetailsView() const { return m_detailsView; }
     bool ShowsLowerPane() const { return m_showLowerPane; }
     void SetShowLowerPane(bool shown) { m_showLowerPane = shown; }
+    /// The filter bar, placed above the groups while it is not hidden (null: none).
+    void SetFilterBar(QWidget* bar) { m_filterBar = bar; }
     /// The splitter's upper-to-whole ratio; the default before creation.
     double TopToWholeRatio() const;
 
@@ -132,6 +134,7 @@ private:
     bool m_listFlag;
     bool m_showLowerPane = true;
     CXrefCoupledGroupCtrl* m_splitter = nullptr;
+    QWidget* m_filterBar = nullptr;
     CXrefGroupCtrl* m_upper = nullptr;
     CXrefGroupCtrl* m_lower = nullptr;
     CTroveListCtrl* m_list = nullptr;
