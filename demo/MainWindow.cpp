@@ -13,11 +13,13 @@
 #include "host/KvUiNavDialog.h"
 #include "panel/MenuItems.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QKeySequence>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
@@ -69,6 +71,17 @@ MainWindow::MainWindow(DemoSettings settings, std::unique_ptr<DocumentRepository
     m_settings.ApplyTo(*m_panel);
     m_commands = std::make_unique<DemoCommands>(*m_panel, *m_document, m_repository.get());
     m_panel->SetCommands(m_commands.get());
+    // The demo offers the filter field; Ctrl+F takes the keyboard there from anywhere.
+    m_panel->ShowFilterBar(true);
+    auto* findAction = new QAction(QStringLiteral("Filter References"), this);
+    findAction->setShortcut(QKeySequence::Find);
+    connect(findAction, &QAction::triggered, this, [this] {
+        if (auto* field = m_panel->GetFilterBar()->findChild<QLineEdit*>()) {
+            field->setFocus(Qt::ShortcutFocusReason);
+            field->selectAll();
+        }
+    });
+    addAction(findAction);
 
     // The document re-lists its references while a command or an edit is still running in the
     // panel; the panel is refilled once that has returned.

@@ -9,9 +9,13 @@
 #include "panel/MenuItems.h"
 #include "toolbar/XrefToolBar.h"
 #include "views/TroveListCtrl.h"
+#include "views/TroveListModel_p.h"
 #include "views/XrefTreeCtrl.h"
 
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QTest>
+#include <QToolButton>
 
 #include <QMenu>
 #include <QSignalSpy>
@@ -420,4 +424,37 @@ TEST_F(DemoWindowTest, helpAndToolBarRefreshReachTheHost)
     Panel().GetToolBar()->OnRmxRefreshButtonClick();
     Settle();
     EXPECT_EQ(Item(QStringLiteral("Bridge"))->GetReferenceStatusIcon(), RefStatus::Unresolved);
+}
+
+TEST_F(DemoWindowTest, filterFieldNarrowsTheViewsAndCtrlFReachesIt)
+{
+    Open();
+    CTroveListCtrl& list = *Panel().GetListCtrl();
+    const int all = list.GetShownCount();
+    ASSERT_TRUE(Panel().IsFilterBarShown());
+    auto* field = Panel().GetFilterBar()->findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+
+    m_window->activateWindow();
+    list.setFocus();
+    QTest::keySequence(m_window.get(), QKeySequence::Find);
+    EXPECT_TRUE(field->hasFocus());
+
+    QTest::keyClicks(field, QStringLiteral("grid"));
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(list.GetShownCount(), 1) << "the shared drawing has one row";
+
+    // A refill of the document keeps the filter.
+    Command(Trove::Refresh, {});
+    QTRY_COMPARE_WITH_TIMEOUT(list.GetShownCount(), 1, 3000);
+
+    QTest::keyClick(field, Qt::Key_Escape);
+    auto* problems = Panel().GetFilterBar()->findChild<QToolButton*>();
+    ASSERT_NE(problems, nullptr);
+    problems->click();
+    ASSERT_EQ(list.GetShownCount(), 1);
+    EXPECT_EQ(list.ItemOfRow(list.Model().StorageRow(0))->GetText(), L"Title block A1")
+        << "the missing file is the sample's only problem";
+    problems->click();
+    EXPECT_EQ(list.GetShownCount(), all);
 }
