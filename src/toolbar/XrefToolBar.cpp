@@ -263,7 +263,10 @@ CXrefBmpComboButton* CXrefToolBar::makeSplitButton(int id, const QString& window
 
 void CXrefToolBar::addToolTip(QWidget* button, int stringId)
 {
-    m_toolTip->AddTool(button, TroveUI::ResString(unsigned(stringId)));
+    const QString text = TroveUI::ResString(unsigned(stringId));
+    m_toolTip->AddTool(button, text);
+    // Buttons show pictures only; their tips name them for assistive technology.
+    button->setAccessibleName(QString(text).remove(QLatin1Char('&')));
 }
 
 void CXrefToolBar::destroyChildren()

@@ -1,4 +1,5 @@
 #include "views/TroveListCtrl.h"
+#include "views/TroveListAccessible_p.h"
 
 #include "framework/ZuUiHiDpi.h"
 #include "framework/ZuUiTheme.h"
@@ -15,6 +16,7 @@
 #include "views/TroveListSorter_p.h"
 #include "views/editors/InPlaceEditCtrl.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -296,6 +298,26 @@ CTroveListCtrl::CTroveListCtrl(bool stateImageFlag, int sortColumn, bool ascendi
     });
     connect(d->model, &CTroveListModel::rowSelectionChanged, viewport(),
             qOverload<>(&QWidget::update));
+    // Assistive technology reads the list through its own table interface; its cells name rows
+    // by their places, which every change of rows invalidates.
+    CTroveListAccessible::InstallFactory();
+    const auto rowsMoved = [this] {
+        if (!QAccessible::isActive())
+            return;
+        if (auto* table =
+                dynamic_cast<CTroveListAccessible*>(QAccessible::queryAccessibleInterface(this)))
+            table->ClearCells();
+    };
+    connect(d->model, &QAbstractItemModel::layoutChanged, this, rowsMoved);
+    connect(d->model, &QAbstractItemModel::modelReset, this, rowsMoved);
+    connect(d->model, &QAbstractItemModel::rowsInserted, this, rowsMoved);
+    connect(d->model, &QAbstractItemModel::rowsRemoved, this, rowsMoved);
+    connect(d->model, &CTroveListModel::rowSelectionChanged, this, [this] {
+        if (!QAccessible::isActive())
+            return;
+        QAccessibleEvent event(this, QAccessible::SelectionWithin);
+        QAccessible::updateAccessibility(&event);
+    });
     connect(d->model, &CTroveListModel::rowsRefiltered, this, [this](bool selectionChanged) {
         if (selectionChanged && isVisible())
             d->raiseItemsSelected();

@@ -111,6 +111,7 @@ bool CTroveListCtrl::EditSubItem(int row, int column)
     d->editColumn = column;
     d->editBefore = d->model->CellText(row, column);
     auto* editor = new CInPlaceEditCtrl(row, column, d->editBefore);
+    editor->setAccessibleName(d->model->headerData(column, Qt::Horizontal).toString());
     d->editor = editor;
     d->editBegan = false;
     connect(editor, &CInPlaceEditCtrl::beginLabelEdit, this,

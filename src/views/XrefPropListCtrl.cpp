@@ -197,10 +197,13 @@ bool CXrefPropListCtrl::openEditor(int row)
         m_editor = nullptr;
     }
     const Qt::Alignment alignment = GetColumnFormat(1) | Qt::AlignVCenter;
+    // Each editor is named after the property it edits.
+    const QString propertyName = GetItemText(row, 0);
 
     switch (property->GetEditStyle()) {
     case CXrefProperty::TextEdit: {
         auto* editor = new CInPlaceEditCtrl(row, 1, current);
+        editor->setAccessibleName(propertyName);
         editor->setAlignment(alignment);
         connect(editor, &CInPlaceEditCtrl::beginLabelEdit, this,
                 &CXrefPropListCtrl::onBeginLabelEdit);
@@ -212,6 +215,7 @@ bool CXrefPropListCtrl::openEditor(int row)
     }
     case CXrefProperty::FileEdit: {
         auto* editor = new CInPlaceFileEditCtrl(row, 1, current, kFileEditorFlags);
+        editor->setAccessibleName(propertyName);
         editor->setAlignment(alignment);
         editor->SetButtonColor(QColor::fromRgb(QRgb(kFileButtonColor)));
         // Kept after its edit ends, hidden, until the next edit or the list's end.
@@ -230,6 +234,7 @@ bool CXrefPropListCtrl::openEditor(int row)
     }
     case CXrefProperty::ComboBox: {
         auto* editor = new CXrefInPlaceComboBoxCtrl(row, 1, current);
+        editor->setAccessibleName(propertyName);
         // The selection field is as high as the row it covers.
         rect.setTop(GetSubItemRect(row, 1).top());
         rect.setHeight(RowHeight());

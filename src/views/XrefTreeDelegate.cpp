@@ -107,3 +107,12 @@ bool CXrefTreeDelegate::eventFilter(QObject* editor, QEvent* event)
     }
     return QStyledItemDelegate::eventFilter(editor, event);
 }
+
+QWidget* CXrefTreeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                         const QModelIndex& index) const
+{
+    QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+    if (editor)
+        editor->setAccessibleName(tr("Reference name"));
+    return editor;
+}

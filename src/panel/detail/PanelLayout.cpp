@@ -109,6 +109,15 @@ void PanelLayout::CreateChildren(QWidget& panel, bool troveMode, const Hooks& ho
     m_splitter->SetLowerGroup(m_lower);
     m_splitter->SetSplitRatio(ratio);
     m_splitter->SetReady(true);
+
+    // Named for assistive technology after their pages; the list and the tree share a title.
+    m_list->setAccessibleName(
+        QObject::tr("%1 list").arg(TroveUI::ResString(troveMode ? 1042 : 1039)));
+    m_tree->setAccessibleName(QObject::tr("%1 tree").arg(TroveUI::ResString(1038)));
+    m_details->setAccessibleName(TroveUI::ResString(1043));
+    m_preview->setAccessibleName(TroveUI::ResString(1057));
+    m_upper->setAccessibleName(QObject::tr("References"));
+    m_lower->setAccessibleName(QObject::tr("Details and preview"));
 }
 
 void PanelLayout::Resize(int cx, int cy, CXrefToolBar* toolBar, QWidget* strip)
