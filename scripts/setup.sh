@@ -9,6 +9,7 @@ packages=(
     libboost-dev libpoppler-qt6-dev liblnk-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     xvfb xdotool imagemagick
+    dbus-daemon at-spi2-core python3-pyatspi
 )
 
 missing=()

@@ -15,6 +15,7 @@
 #include "views/editors/XrefInPlaceComboBoxCtrl.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 
@@ -368,6 +369,27 @@ void CXrefPropListCtrl::mousePressEvent(QMouseEvent* event)
     m_editRow = hit.first;
     m_editColumn = 1;
     openEditor(hit.first);
+}
+
+void CXrefPropListCtrl::keyPressEvent(QKeyEvent* event)
+{
+    const int key = event->key();
+    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
+    if (plain && !m_editorOpen &&
+        (key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter)) {
+        const int row = currentIndex().isValid() ? currentIndex().row() : GetSelectedRow();
+        const CXrefProperty* property = PropertyAt(row);
+        if (property && IsEditable(*property)) {
+            if (GetSelectedRow() != row)
+                SelectRow(row);
+            m_editRow = row;
+            m_editColumn = 1;
+            openEditor(row);
+            event->accept();
+            return;
+        }
+    }
+    CZuUiThemedListCtrl::keyPressEvent(event);
 }
 
 void CXrefPropListCtrl::mouseMoveEvent(QMouseEvent* event)

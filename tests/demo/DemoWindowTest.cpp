@@ -7,15 +7,20 @@
 
 #include "items/XrefPanelCtrlItemStatus.h"
 #include "panel/MenuItems.h"
+#include "toolbar/XrefBmpComboButton.h"
 #include "toolbar/XrefToolBar.h"
 #include "views/TroveListCtrl.h"
 #include "views/TroveListModel_p.h"
+#include "views/XrefPropListCtrl.h"
 #include "views/XrefTreeCtrl.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>
 #include <QToolButton>
+
+#include <set>
 
 #include <QMenu>
 #include <QSignalSpy>
@@ -457,4 +462,23 @@ TEST_F(DemoWindowTest, filterFieldNarrowsTheViewsAndCtrlFReachesIt)
         << "the missing file is the sample's only problem";
     problems->click();
     EXPECT_EQ(list.GetShownCount(), all);
+}
+
+TEST_F(DemoWindowTest, tabReachesTheToolBarTheFilterTheViewAndTheDetails)
+{
+    Open();
+    HostPanel& panel = Panel();
+    panel.GetListCtrl()->setFocus();
+    QWidget* field = panel.GetFilterBar()->findChild<QLineEdit*>();
+    std::set<QWidget*> reached;
+    for (int step = 0; step < 40; ++step) {
+        QWidget* focus = QApplication::focusWidget();
+        if (focus)
+            reached.insert(focus);
+        QTest::keyClick(focus ? focus : m_window.get(), Qt::Key_Tab);
+    }
+    EXPECT_TRUE(reached.count(panel.GetListCtrl()));
+    EXPECT_TRUE(reached.count(panel.GetDetailsCtrl()));
+    EXPECT_TRUE(reached.count(field));
+    EXPECT_TRUE(reached.count(static_cast<QWidget*>(panel.GetToolBar()->RefreshButton())));
 }

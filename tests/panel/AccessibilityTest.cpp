@@ -9,8 +9,8 @@
 #include "services/XrefMessageBox.h"
 #include "toolbar/XrefBmpComboButton.h"
 #include "views/TroveListModel_p.h"
-#include "views/XrefPropListCtrl.h"
 #include "views/XrefPreview.h"
+#include "views/XrefPropListCtrl.h"
 
 #include <QAccessible>
 #include <QCoreApplication>
@@ -167,7 +167,7 @@ TEST_F(AccessibilityTest, tableFollowsSortsAndTheFilter)
     EXPECT_EQ(namesInTable().size(), 4);
 }
 
-TEST_F(AccessibilityTest, editorsAreNamedAfterWhatTheyEdit)
+TEST_F(AccessibilityTest, editorsOpenFromTheKeyboardAndAreNamedAfterWhatTheyEdit)
 {
     CTroveListCtrl& list = *panel->GetListCtrl();
     ASSERT_TRUE(list.EditSubItem(items[0]->LVItemIndex(), Col::ReferenceName));
@@ -175,6 +175,19 @@ TEST_F(AccessibilityTest, editorsAreNamedAfterWhatTheyEdit)
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(name(editor), list.Model().headerData(Col::ReferenceName, Qt::Horizontal).toString());
     QTest::keyClick(editor, Qt::Key_Escape);
+
+    // The details pane edits from the keyboard too, and names its editor after the property.
+    click(*items[0]);
+    CXrefPropListCtrl& details = *panel->GetDetailsCtrl();
+    details.setFocus();
+    details.setCurrentIndex(details.model()->index(0, 0));
+    QTest::keyClick(&details, Qt::Key_F2);
+    ASSERT_TRUE(details.IsEditorOpen());
+    auto* detailsEditor = details.viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(detailsEditor, nullptr);
+    EXPECT_EQ(name(detailsEditor), details.GetItemText(0, 0));
+    QTest::keyClick(detailsEditor, Qt::Key_Escape);
+    EXPECT_FALSE(details.IsEditorOpen());
 
     panel->SetReferenceViewType(ViewType::TreeView);
     QCoreApplication::processEvents();
