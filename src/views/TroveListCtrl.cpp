@@ -602,13 +602,31 @@ void CTroveListCtrl::SetItemFilter(ItemFilter shows)
             return shows(**row.data->Items().begin());
         };
     }
-    if (d->model->SetRowFilter(std::move(rows)) && isVisible())
+    // A panel shows one of its views at a time: a list out of sight is filtered when it comes
+    // into view, so that typing pays only for the view the user sees.
+    if (!isVisible()) {
+        d->pendingFilter = std::move(rows);
+        return;
+    }
+    d->pendingFilter.reset();
+    if (d->model->SetRowFilter(std::move(rows)))
         d->raiseItemsSelected();
 }
 
 bool CTroveListCtrl::IsItemFilterOn() const
 {
-    return d->model->IsFiltered();
+    return d->pendingFilter ? bool(*d->pendingFilter) : d->model->IsFiltered();
+}
+
+void CTroveListCtrl::showEvent(QShowEvent* event)
+{
+    QTreeView::showEvent(event);
+    if (!d->pendingFilter)
+        return;
+    CTroveListModel::RowFilter rows = std::move(*d->pendingFilter);
+    d->pendingFilter.reset();
+    if (d->model->SetRowFilter(std::move(rows)))
+        d->raiseItemsSelected();
 }
 
 bool CTroveListCtrl::IsRowShown(int row) const

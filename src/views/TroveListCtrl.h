@@ -81,7 +81,8 @@ public:
     /// tested when control returns to the event loop.
     void SetItemFilter(ItemFilter shows);
     bool IsItemFilterOn() const;
-    /// Whether @p row is drawn: it exists and the filter (if any) shows it.
+    /// Whether @p row is drawn: it exists and the filter (if any) shows it. A filter set while
+    /// the list is out of sight takes effect when the list is shown.
     bool IsRowShown(int row) const;
     /// The number of rows drawn.
     int GetShownCount() const;
@@ -194,6 +195,7 @@ signals:
     void PropertyEditAborted(Trove::XrefProperties property);
 
 protected:
+    void showEvent(QShowEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool viewportEvent(QEvent* event) override;

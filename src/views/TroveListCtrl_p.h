@@ -10,10 +10,13 @@
 #include <QRect>
 #include <QString>
 
+#include <functional>
+#include <optional>
 #include <vector>
 
 class CInPlaceEditCtrl;
 class CTroveListModel;
+struct CTroveListRow;
 class CXrefPanelCtrl;
 struct LabelEditInfo;
 
@@ -58,6 +61,9 @@ public:
     bool restretchAfterHeaderRelease = false;
     bool restretchPosted = false;
     bool dividerDragging = false;
+
+    // A filter set while the list was out of sight, applied when it comes into view.
+    std::optional<std::function<bool(const CTroveListRow&)>> pendingFilter;
 
     // In-place edit. The editor deletes itself after its end record.
     QPointer<CInPlaceEditCtrl> editor;
