@@ -43,6 +43,12 @@ public:
     /// Writes the document; the reason when it cannot (shown in the strip too), else empty.
     QString Save();
 
+    /// Writes the report of the panel's reference tree to @p path, as HTML or CSV by its suffix;
+    /// the reason when it cannot (shown in the strip too), else empty.
+    QString ExportReport(const QString& path);
+    /// Asks where to write the report (HTML unless the name chosen ends in .csv), then writes it.
+    void ExportReportWithDialog();
+
     /// Asks for the text to find in saved paths and its replacement; false when cancelled.
     std::function<bool(QString& find, QString& replace)> AskFindAndReplace;
 

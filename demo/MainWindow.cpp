@@ -130,6 +130,9 @@ void MainWindow::buildMenus()
     file->addAction(QStringLiteral("Reload A&ll References"), this,
                     [this] { m_commands->Run(Trove::ReloadAllXRefs, {}); });
     file->addSeparator();
+    file->addAction(QStringLiteral("Export &report..."), this,
+                    [this] { m_commands->ExportReportWithDialog(); });
+    file->addSeparator();
     file->addAction(QStringLiteral("E&xit"), QKeySequence::Quit, this, &QWidget::close);
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
