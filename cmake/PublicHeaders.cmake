@@ -47,6 +47,8 @@ set(KVX_PUBLIC_HEADERS
     panel/XrefPanelCtrl.h
     panel/XrefProperties.h
     panel/XrefReport.h
+    panel/XrefRepathPlan.h
+    panel/XrefBulkRepathDialog.h
     items/AttachmentFileType.h
     items/FileDataStatus.h
     items/RefStatus.h
