@@ -46,6 +46,9 @@ set(KVX_PUBLIC_HEADERS
     panel/XmlHelpers.h
     panel/XrefPanelCtrl.h
     panel/XrefProperties.h
+    panel/XrefReport.h
+    panel/XrefRepathPlan.h
+    panel/XrefBulkRepathDialog.h
     items/AttachmentFileType.h
     items/FileDataStatus.h
     items/RefStatus.h

@@ -12,12 +12,10 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
-#include <QFormLayout>
 #include <QGuiApplication>
-#include <QLineEdit>
+#include <QUndoStack>
 #include <QUrl>
 
 namespace {
@@ -27,32 +25,19 @@ QString nameOf(const DemoItem& item)
     return QString::fromStdWString(item.GetText());
 }
 
-bool askFindAndReplace(QString& find, QString& replace)
+bool askBulkRepath(CXrefBulkRepathDialog& dialog)
 {
-    QDialog dialog;
-    dialog.setWindowTitle(QStringLiteral("Find and Replace in Saved Paths"));
-    auto* layout = new QFormLayout(&dialog);
-    auto* findEdit = new QLineEdit(find, &dialog);
-    auto* replaceEdit = new QLineEdit(replace, &dialog);
-    layout->addRow(QStringLiteral("&Find:"), findEdit);
-    layout->addRow(QStringLiteral("&Replace with:"), replaceEdit);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-    layout->addRow(buttons);
-    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    if (dialog.exec() != QDialog::Accepted)
-        return false;
-    find = findEdit->text();
-    replace = replaceEdit->text();
-    return true;
+    return dialog.exec() == QDialog::Accepted;
 }
 
 } // namespace
 
 DemoCommands::DemoCommands(HostPanel& panel, XrefDocument& document, DocumentRepository* repository)
-    : AskFindAndReplace(askFindAndReplace), m_panel(panel), m_document(document),
-      m_repository(repository)
+    : AskBulkRepath(askBulkRepath), m_panel(panel), m_document(document), m_repository(repository),
+      m_undo(std::make_unique<QUndoStack>())
 {}
+
+DemoCommands::~DemoCommands() = default;
 
 void DemoCommands::message(const QString& text)
 {
@@ -145,7 +130,7 @@ void DemoCommands::Run(int command, const std::vector<DemoItem*>& items)
             selectNewPath(*items.front());
         return;
     case Trove::FindAndReplace:
-        return findAndReplace(items);
+        return BulkRepath(items, CXrefBulkRepathDialog::Mode::FindAndReplace);
     case HostPanel::CheckOut:
     case HostPanel::CheckIn:
     case HostPanel::UndoCheckOut:

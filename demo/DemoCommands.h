@@ -1,16 +1,19 @@
 #pragma once
 
+#include "panel/XrefBulkRepathDialog.h"
 #include "panel/XrefProperties.h"
 
 #include <QObject>
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 class DemoItem;
 class DocumentRepository;
 class HostPanel;
+class QUndoStack;
 class QWidget;
 class XrefDocument;
 enum class ReferenceKind : std::uint8_t;
@@ -24,6 +27,7 @@ class DemoCommands : public QObject
     Q_OBJECT
 public:
     DemoCommands(HostPanel& panel, XrefDocument& document, DocumentRepository* repository);
+    ~DemoCommands() override;
 
     /// Runs a command of the tool bar or a context menu (a Trove::MenuItems value or one of
     /// HostPanel's repository commands) for @p items.
@@ -43,8 +47,32 @@ public:
     /// Writes the document; the reason when it cannot (shown in the strip too), else empty.
     QString Save();
 
-    /// Asks for the text to find in saved paths and its replacement; false when cancelled.
-    std::function<bool(QString& find, QString& replace)> AskFindAndReplace;
+    /// Writes the report of the panel's reference tree to @p path, as HTML or CSV by its suffix;
+    /// the reason when it cannot (shown in the strip too), else empty.
+    QString ExportReport(const QString& path);
+    /// Asks where to write the report (HTML unless the name chosen ends in .csv), then writes it.
+    void ExportReportWithDialog();
+
+    /// One reference's saved path before and after a bulk change, found again by its table
+    /// row and name.
+    struct PathChange
+    {
+        int record = -1;
+        QString name;
+        QString before;
+        QString after;
+    };
+    /// Offers @p items (every own reference of the drawing when empty) in the bulk re-path
+    /// dialog, opened in @p mode, and applies what the user accepts as one undoable step.
+    void BulkRepath(const std::vector<DemoItem*>& items, CXrefBulkRepathDialog::Mode mode);
+    /// Gives every reference of @p changes its path after the change (@p forward) or before it,
+    /// in one step, and saves the drawing once; the reason when it cannot, else empty.
+    QString ApplySavedPaths(const std::vector<PathChange>& changes, bool forward);
+    /// The steps Edit > Undo and Redo take back and do again.
+    QUndoStack& UndoStack() const;
+    /// Shows the bulk re-path dialog; true when the user accepted its plan. Tests fill the
+    /// dialog and answer here instead of a modal loop.
+    std::function<bool(CXrefBulkRepathDialog& dialog)> AskBulkRepath;
 
     /// The kind of reference a file with @p path's suffix makes, by its suffix; Drawing for
     /// names the demo does not know.
@@ -67,7 +95,6 @@ private:
     void detach(const std::vector<DemoItem*>& items);
     void changePaths(int command, const std::vector<DemoItem*>& items);
     void selectNewPath(DemoItem& item);
-    void findAndReplace(const std::vector<DemoItem*>& items);
     void repositoryCommand(int command, const std::vector<DemoItem*>& items);
     void open(const DemoItem& item);
     /// Saves after a change and reports @p done, or the save's fault.
@@ -78,4 +105,5 @@ private:
     HostPanel& m_panel;
     XrefDocument& m_document;
     DocumentRepository* m_repository;
+    std::unique_ptr<QUndoStack> m_undo;
 };

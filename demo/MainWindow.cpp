@@ -23,6 +23,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
+#include <QUndoStack>
 
 namespace {
 
@@ -143,7 +144,29 @@ void MainWindow::buildMenus()
     file->addAction(QStringLiteral("Reload A&ll References"), this,
                     [this] { m_commands->Run(Trove::ReloadAllXRefs, {}); });
     file->addSeparator();
+    file->addAction(QStringLiteral("Export &report..."), this,
+                    [this] { m_commands->ExportReportWithDialog(); });
+    file->addSeparator();
     file->addAction(QStringLiteral("E&xit"), QKeySequence::Quit, this, &QWidget::close);
+
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    QAction* undo = m_commands->UndoStack().createUndoAction(this, QStringLiteral("&Undo"));
+    undo->setShortcuts(QKeySequence::Undo);
+    edit->addAction(undo);
+    QAction* redo = m_commands->UndoStack().createRedoAction(this, QStringLiteral("&Redo"));
+    // Both conventions: Ctrl+Shift+Z where the platform says so, Ctrl+Y everywhere.
+    QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    for (const QKeySequence& key :
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)})
+        if (!redoKeys.contains(key))
+            redoKeys.append(key);
+    redo->setShortcuts(redoKeys);
+    edit->addAction(redo);
+    edit->addSeparator();
+    edit->addAction(QStringLiteral("Change Saved &Paths..."), this, [this] {
+        m_commands->BulkRepath(DemoItems(m_panel->GetSelectedItems()),
+                               CXrefBulkRepathDialog::Mode::FindAndReplace);
+    });
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->addAction(QStringLiteral("External References &Help"), QKeySequence::HelpContents, this,
@@ -153,6 +176,8 @@ void MainWindow::buildMenus()
 bool MainWindow::OpenDrawing(const QString& path, QString* error)
 {
     QString fault;
+    const bool sameDrawing =
+        m_document->IsOpen() && m_document->Path() == QFileInfo(path).absoluteFilePath();
     if (!m_document->Open(path, &fault)) {
         m_panel->ShowMessage(fault);
         // Before the window shows, the caller reports it (on the command line, say).
@@ -162,6 +187,9 @@ bool MainWindow::OpenDrawing(const QString& path, QString* error)
             *error = fault;
         return false;
     }
+    // Undo steps name references of the drawing they were made in.
+    if (!sameDrawing)
+        m_commands->UndoStack().clear();
     return true;
 }
 

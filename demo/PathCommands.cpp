@@ -70,31 +70,6 @@ void DemoCommands::selectNewPath(DemoItem& item)
                .arg(name, QDir::toNativeSeparators(dialog.SelectedPaths().constFirst())));
 }
 
-void DemoCommands::findAndReplace(const std::vector<DemoItem*>& items)
-{
-    QString find;
-    QString replace;
-    if (!AskFindAndReplace || !AskFindAndReplace(find, replace) || find.isEmpty())
-        return;
-    // Record rows and paths first: each change re-lists the document.
-    std::vector<std::pair<int, QString>> changes;
-    for (const DemoItem* item : items) {
-        if (!item->IsOwnReference() || !item->SavedPath().contains(find, Qt::CaseInsensitive))
-            continue;
-        QString path = item->SavedPath();
-        changes.emplace_back(item->Record(), path.replace(find, replace, Qt::CaseInsensitive));
-    }
-    for (const auto& [record, path] : changes)
-        if (const QString fault = m_document.SetSavedPath(ownOccurrence(record), path);
-            !fault.isEmpty())
-            return message(fault);
-    if (changes.empty())
-        return message(QStringLiteral("No saved path contains \"%1\".").arg(find));
-    finish(QStringLiteral("Replaced \"%1\" with \"%2\" in %3 saved paths.")
-               .arg(find, replace)
-               .arg(changes.size()));
-}
-
 void DemoCommands::repositoryCommand(int command, const std::vector<DemoItem*>& items)
 {
     if (!m_repository || items.size() != 1 || items.front()->FoundAt().isEmpty())

@@ -159,7 +159,7 @@ QString XrefDocument::Rename(int occurrence, const QString& name)
     return changeRecord(occurrence, changed, false);
 }
 
-QString XrefDocument::SetSavedPath(int occurrence, const QString& savedPath)
+QString XrefDocument::checkSavedPath(int occurrence, const QString& savedPath) const
 {
     if (QString fault = checkOwnReference(occurrence); !fault.isEmpty())
         return fault;
@@ -170,9 +170,32 @@ QString XrefDocument::SetSavedPath(int occurrence, const QString& savedPath)
     if (savedPath.toUtf8().size() > DrawingFormat::kMaxPathBytes)
         return QStringLiteral("A saved path can have at most %1 bytes.")
             .arg(DrawingFormat::kMaxPathBytes);
+    return {};
+}
+
+QString XrefDocument::SetSavedPath(int occurrence, const QString& savedPath)
+{
+    if (QString fault = checkSavedPath(occurrence, savedPath); !fault.isEmpty())
+        return fault;
     ReferenceRecord changed = m_occurrences[std::size_t(occurrence)].reference;
     changed.savedPath = savedPath;
     return changeRecord(occurrence, changed, true);
+}
+
+QString XrefDocument::SetSavedPaths(const std::vector<std::pair<int, QString>>& changes)
+{
+    for (const auto& [occurrence, savedPath] : changes)
+        if (QString fault = checkSavedPath(occurrence, savedPath); !fault.isEmpty())
+            return fault;
+    if (changes.empty())
+        return {};
+    // All records first, then one listing: each listing looks for every file again.
+    for (const auto& [occurrence, savedPath] : changes)
+        m_contents.references[std::size_t(m_occurrences[std::size_t(occurrence)].record)]
+            .savedPath = savedPath;
+    m_modified = true;
+    rebuild();
+    return {};
 }
 
 QString XrefDocument::SetOverlay(int occurrence, bool overlay)

@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 /// One place where a file is referenced: a node of the panel's tree. A file referenced from
@@ -75,6 +76,9 @@ public:
 
     QString Rename(int occurrence, const QString& name);
     QString SetSavedPath(int occurrence, const QString& savedPath);
+    /// Gives each listed occurrence (an index) its new saved path in one step: all are checked
+    /// first, and nothing changes when one of them cannot be; the document is listed once.
+    QString SetSavedPaths(const std::vector<std::pair<int, QString>>& changes);
     QString SetOverlay(int occurrence, bool overlay);
     QString SetUnloaded(int occurrence, bool unloaded);
     QString Detach(int occurrence);
@@ -98,6 +102,8 @@ private:
     void fileChanged(const QString& path, bool removed);
     /// Empty when @p occurrence is one of the open drawing's own references, else why not.
     QString checkOwnReference(int occurrence) const;
+    /// Empty when @p occurrence is an own reference that can be saved with @p savedPath.
+    QString checkSavedPath(int occurrence, const QString& savedPath) const;
     QString changeRecord(int occurrence, const ReferenceRecord& changed, bool relist);
 
     QString m_path;

@@ -2,10 +2,12 @@
 // drawing. With no arguments it opens the sample project in the user's data folder (writing it
 // there first); with FILE it opens that drawing. --make-sample DIR writes the sample project and
 // quits; --screenshot FILE renders the window offscreen, prints one line per reference and quits;
-// --list FILE only prints the references; --repository DIR treats DIR as a document repository;
+// --list FILE only prints the references; --report FILE writes the reference report (HTML or
+// CSV by FILE's suffix) and quits; --repository DIR treats DIR as a document repository;
 // --trace prints where the rows are and what the panel reports, for scripts that drive the
 // window with real input.
 
+#include "DemoCommands.h"
 #include "DemoItems.h"
 #include "DemoSettings.h"
 #include "DocumentRepository.h"
@@ -149,9 +151,22 @@ int list(const QString& drawing)
     return 0;
 }
 
+int report(MainWindow& window, const QString& file)
+{
+    // The panel is filled once the document's first listing has been handed on.
+    QApplication::processEvents();
+    const QString fault = window.Commands().ExportReport(file);
+    if (!fault.isEmpty()) {
+        QTextStream(stderr) << fault << '\n';
+        return 1;
+    }
+    return 0;
+}
+
 int run(QApplication& app, const QCommandLineParser& parser)
 {
-    const bool shooting = parser.isSet(QStringLiteral("screenshot"));
+    const bool reporting = parser.isSet(QStringLiteral("report"));
+    const bool shooting = parser.isSet(QStringLiteral("screenshot")) || reporting;
     std::unique_ptr<DocumentRepository> repository;
     QString drawing = parser.positionalArguments().value(0);
     if (parser.isSet(QStringLiteral("repository"))) {
@@ -171,7 +186,7 @@ int run(QApplication& app, const QCommandLineParser& parser)
     if (drawing.isEmpty())
         return 1;
 
-    // Pictures show the window as it first opens, whatever this user's profile says.
+    // Pictures and reports show the panel as it first opens, whatever this user's profile says.
     DemoSettings settings;
     if (!shooting)
         settings.Load();
@@ -181,6 +196,8 @@ int run(QApplication& app, const QCommandLineParser& parser)
         QTextStream(stderr) << error << '\n';
         return 1;
     }
+    if (reporting)
+        return report(window, parser.value(QStringLiteral("report")));
     if (shooting)
         return screenshot(window, parser);
     window.show();
@@ -193,9 +210,11 @@ int run(QApplication& app, const QCommandLineParser& parser)
 
 int main(int argc, char** argv)
 {
-    // Writing the sample or a picture and listing open no window: none needs a display.
+    // Writing the sample, a picture or a report and listing open no window: none needs a
+    // display.
     const bool headless = hasOption(argc, argv, "--make-sample") ||
-                          hasOption(argc, argv, "--screenshot") || hasOption(argc, argv, "--list");
+                          hasOption(argc, argv, "--screenshot") ||
+                          hasOption(argc, argv, "--list") || hasOption(argc, argv, "--report");
     if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // The scale must be known before the application makes its screens.
@@ -221,6 +240,10 @@ int main(int argc, char** argv)
         {QStringLiteral("list"),
          QStringLiteral("Print one line per reference of FILE (name, status, found-at) and "
                         "quit.")},
+        {QStringLiteral("report"),
+         QStringLiteral("Write the reference report of the drawing to FILE (.html or .csv) and "
+                        "quit."),
+         QStringLiteral("FILE")},
         {QStringLiteral("trace"),
          QStringLiteral("Print where each row is on the screen and what the panel reports, for "
                         "scripts that drive the window.")},

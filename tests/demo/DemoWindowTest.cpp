@@ -168,9 +168,9 @@ TEST_F(DemoWindowTest, findAndReplaceFollowsAMovedFolder)
     EXPECT_EQ(Item(QStringLiteral("Aerial photo"))->GetReferenceStatusIcon(),
               RefStatus::Unresolved);
 
-    m_window->Commands().AskFindAndReplace = [](QString& find, QString& replace) {
-        find = QStringLiteral("/IMAGES/");
-        replace = QStringLiteral("/photos/");
+    m_window->Commands().AskBulkRepath = [](CXrefBulkRepathDialog& dialog) {
+        dialog.SetFindText(QStringLiteral("/IMAGES/"));
+        dialog.SetReplaceText(QStringLiteral("/photos/"));
         return true;
     };
     Command(Trove::FindAndReplace, {"Aerial photo", "Quay photo", "Survey"});
