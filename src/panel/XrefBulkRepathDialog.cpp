@@ -189,6 +189,8 @@ void CXrefBulkRepathDialogPrivate::build()
     folderRow->addWidget(folder, 1);
     folderRow->addWidget(browseButton);
     folderForm->addRow(QStringLiteral("New &folder:"), folderRow);
+    // The label stands beside a row, not the field, so it names the field for nobody.
+    folder->setAccessibleName(QStringLiteral("New folder"));
     pages->addWidget(folderPage);
 
     summary = new QLabel(&q);
@@ -197,6 +199,7 @@ void CXrefBulkRepathDialogPrivate::build()
     model = new PreviewModel(plan, &q);
     table = new QTableView(&q);
     table->setModel(model);
+    table->setAccessibleName(QStringLiteral("New paths"));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setWordWrap(false);

@@ -8,6 +8,7 @@
 #include "panel/XrefBulkRepathDialog.h"
 #include "panel/XrefRepathPlan.h"
 
+#include <QAccessible>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
@@ -219,6 +220,29 @@ TEST_F(XrefBulkRepathDialogTest, previewShowsOldNewAndWhetherTheFileIsThere)
     dialog.SetFindText(QStringLiteral("nowhere"));
     EXPECT_TRUE(dialog.Plan().empty());
     EXPECT_FALSE(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled());
+}
+
+TEST_F(XrefBulkRepathDialogTest, everyFieldAndThePreviewAreNamedForAssistiveTechnology)
+{
+    std::vector<CXrefPanelCtrlItem*> items{add(QStringLiteral("Grid"), QStringLiteral("a.dwg"))};
+    CXrefBulkRepathDialog dialog(items, dir.path());
+    dialog.show();
+    const QList<QWidget*> inputs = dialog.findChildren<QWidget*>();
+    int named = 0;
+    for (QWidget* input : inputs) {
+        if (!qobject_cast<QLineEdit*>(input) && !qobject_cast<QTableView*>(input) &&
+            !qobject_cast<QAbstractButton*>(input))
+            continue;
+        // The table's own parts (its corner button) are the table's business.
+        if (qobject_cast<QTableView*>(input->parentWidget()))
+            continue;
+        QAccessibleInterface* face = QAccessible::queryAccessibleInterface(input);
+        ASSERT_NE(face, nullptr);
+        EXPECT_FALSE(face->text(QAccessible::Name).isEmpty())
+            << input->metaObject()->className() << " " << input->objectName().toStdString();
+        ++named;
+    }
+    EXPECT_GE(named, 8) << "modes, three fields, case, browse, table, buttons";
 }
 
 TEST_F(XrefBulkRepathDialogTest, newFolderComesFromTheFolderBrowser)
