@@ -8,6 +8,7 @@
 #include "items/FileDataStatus.h"
 #include "items/RefStatus.h"
 #include "panel/ListViewColumn.h"
+#include "support/BenchPanelFill.h"
 #include "support/NullXrefPanel.h"
 #include "support/TestXrefItem.h"
 #include "toolbar/XrefToolBar.h"
@@ -40,21 +41,10 @@ struct FilterPanel
         panel.Create(L"References", QRect(0, 0, 420, 800), nullptr, 1);
         if (tree)
             panel.SetReferenceViewType(CXrefPanelCtrl::FileReferenceViewType::TreeView);
-        panel.show();
-        panel.BeginUpdate();
-        auto* root = new TestXrefItem(panel, true);
-        root->sortItem = false;
-        panel.InsertRootItem(*root);
-        root->SetText(L"Site");
-        for (int i = 0; i < count; ++i) {
-            auto* item = new TestXrefItem(panel);
-            panel.InsertItem(*item, *root, nullptr);
-            item->SetText(L"Ref-" + std::to_wstring(i));
-            item->SetSavedPath(L"C:\\project\\refs\\Ref-" + std::to_wstring(i) + L".dwg");
-            item->SetReferenceStatus(RefStatus::Blank, Trove::FileDataStatus::Code1);
-        }
-        panel.EndUpdate();
-        QApplication::processEvents();
+        FillBenchPanel(panel, count, [](TestXrefItem& item, int i) {
+            item.SetSavedPath(L"C:\\project\\refs\\Ref-" + std::to_wstring(i) + L".dwg");
+            item.SetReferenceStatus(RefStatus::Blank, Trove::FileDataStatus::Code1);
+        });
     }
     ~FilterPanel() { panel.DeleteAllItems(); }
 

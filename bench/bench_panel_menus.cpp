@@ -6,6 +6,7 @@
 // iteration measures building, sizing and showing the menu.
 
 #include "framework/ZuUiMenu.h"
+#include "support/BenchPanelFill.h"
 #include "support/NullXrefPanel.h"
 #include "support/TestXrefItem.h"
 #include "views/TroveListCtrl.h"
@@ -17,6 +18,8 @@
 #include <QWidget>
 
 #include <benchmark/benchmark.h>
+
+#include <algorithm>
 
 #include <memory>
 #include <vector>
@@ -63,20 +66,8 @@ struct FilledPanel
     explicit FilledPanel(int count)
     {
         panel.Create(L"References", QRect(0, 0, 400, 600), nullptr, 1);
-        panel.show();
-        panel.BeginUpdate();
-        auto* root = new TestXrefItem(panel, true);
-        panel.InsertRootItem(*root);
-        root->SetText(L"Site");
-        for (int i = 0; i < count; ++i) {
-            auto* item = new TestXrefItem(panel);
-            panel.InsertItem(*item, *root, nullptr);
-            item->SetText(L"Ref-" + std::to_wstring(i));
-            if (selection.size() < 3)
-                selection.push_back(item);
-        }
-        panel.EndUpdate();
-        QApplication::processEvents();
+        const std::vector<TestXrefItem*> items = FillBenchPanel(panel, count, {}, false);
+        selection.assign(items.begin(), items.begin() + std::min<std::size_t>(3, items.size()));
     }
     ~FilledPanel() { panel.DeleteAllItems(); }
 

@@ -9,6 +9,7 @@
 
 #include "items/XrefPanelCtrlItem.h"
 #include "panel/ListViewColumn.h"
+#include "support/BenchPanelFill.h"
 #include "support/NullXrefPanel.h"
 #include "support/TestXrefItem.h"
 #include "toolbar/XrefToolBar.h"
@@ -35,24 +36,12 @@ struct SelectionPanel
           panel(toolBar, Trove::ListViewColumn::ReferenceName)
     {
         panel.Create(L"References", QRect(0, 0, 420, 800), nullptr, 1);
-        panel.show();
-        panel.BeginUpdate();
-        auto* root = new TestXrefItem(panel, true);
-        root->sortItem = false;
-        panel.InsertRootItem(*root);
-        root->SetText(L"Site");
-        for (int i = 0; i < count; ++i) {
-            auto* item = new TestXrefItem(panel);
-            panel.InsertItem(*item, *root, nullptr);
-            item->SetText(L"Ref-" + std::to_wstring(i));
-            item->SetType(i % 3 ? L"Attach" : L"Overlay");
-            item->SetSavedPath(L"C:\\project\\refs\\Ref-" + std::to_wstring(i) + L".dwg");
-            item->SetSize(1000 + i);
-            item->fileType = 1;
-            items.push_back(item);
-        }
-        panel.EndUpdate();
-        QApplication::processEvents();
+        items = FillBenchPanel(panel, count, [](TestXrefItem& item, int i) {
+            item.SetType(i % 3 ? L"Attach" : L"Overlay");
+            item.SetSavedPath(L"C:\\project\\refs\\Ref-" + std::to_wstring(i) + L".dwg");
+            item.SetSize(1000 + i);
+            item.fileType = 1;
+        });
     }
     ~SelectionPanel() { panel.DeleteAllItems(); }
 
